@@ -1,0 +1,27 @@
+# One interface target carries what every target is compiled with. Fused multiply-add is off so that
+# results do not depend on whether the machine has it.
+add_library(nivaro_options INTERFACE)
+target_include_directories(nivaro_options INTERFACE ${PROJECT_SOURCE_DIR}/src
+                                                    ${PROJECT_SOURCE_DIR}/include)
+target_compile_options(nivaro_options INTERFACE
+  $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off>
+  $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<BOOL:${NIVARO_WARNINGS_AS_ERRORS}>>:-Werror>)
+
+# A floor of the library: one folder of src/, linked with the floors below it. The floors are the
+# folders of docs/architecture.md; scripts/check_layers.py compares the includes with that table.
+function(nivaro_floor name)
+  cmake_parse_arguments(FLOOR "" "" "SOURCES;USES" ${ARGN})
+  add_library(nivaro_${name} STATIC ${FLOOR_SOURCES})
+  list(TRANSFORM FLOOR_USES PREPEND nivaro_)
+  target_link_libraries(nivaro_${name} PUBLIC nivaro_options ${FLOOR_USES})
+endfunction()
+
+# The unit tests of one floor: one program, every test of it known to ctest by name.
+function(nivaro_unit_tests name)
+  cmake_parse_arguments(UNIT "" "" "SOURCES" ${ARGN})
+  add_executable(${name}_test ${UNIT_SOURCES})
+  target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${name}_test PRIVATE nivaro_${name} GTest::gmock_main)
+  gtest_discover_tests(${name}_test TEST_PREFIX ${name}. PROPERTIES LABELS unit
+                       DISCOVERY_TIMEOUT 60)
+endfunction()

@@ -1,0 +1,430 @@
+/* NIVARO Morphology: sand transport and bed evolution for 2D hydraulic models.
+ *
+ * The C declarations of everything that the shared library exports. They hold for every host
+ * language: C, C++ and, with the conventions below, Fortran.
+ *
+ * CONVENTIONS
+ *   Arguments   Every argument is passed by reference, numbers and logicals too.
+ *   Texts       A text is a buffer of fixed length, padded with blanks, without an end mark. Its
+ *               length travels as a hidden 8-byte integer by value behind all ordinary arguments,
+ *               one for each text, in the order of the texts. A routine that returns a text takes
+ *               the result buffer and its length as its first two arguments and cuts the result to
+ *               that length or pads it with blanks.
+ *   Logicals    4-byte integers: true is -1, false is 0; only the lowest bit is tested.
+ *   Reals       8-byte IEEE values unless a comment says otherwise. Integers have 4 bytes.
+ *   Arrays      Indexed from 1, the first index varying fastest: element (i, j) of an n x m field
+ *               lies (j - 1) * n + (i - 1) elements behind its first.
+ *   Bed         Bed arrays hold bed depth below datum in metres, positive downward: the negative of
+ *               the bed elevation. The bed change that the module reports is positive upward.
+ *   Units       SI: m, s, m/s, kg/m3. Bed transport is kg/(s m).
+ *   Threads     All calls come from one thread. The module keeps one model per process.
+ *   Errors      No routine returns an error code for bad input: a message goes to the screen and the
+ *               log, files are closed, and the process ends (EXITS) with exit code 1.
+ *
+ * CALLING ORDER
+ *   1. QVMOR_INITIALISE_S1                      once, before anything else
+ *   2. QVMOR_INITIALISE_S2                      once, before any dataset output
+ *   3. QVMOR_SETUP_S2, QVMOR_RDINPF             for each 2D domain, the last domain last
+ *   4. QVMOR_INIT_2D_DOMAIN, QVMORPHOLOGY       for each morphology computation of a domain;
+ *                                               usually once with the smoothing flag at the start
+ *   5. QVMOR_WRSMSF_WRITE_HEADER once, then at output times QVMOR_WRSMSF_DAT_FLAGS for every domain
+ *      and QVMOR_WRSMSF_DAT_RESULTS for every domain; at the end QVMOR_WRSMSF_CLOSE
+ *   docs/host-guide.md goes through it with an example.
+ */
+#ifndef NIVARO_MORPHOLOGY_H
+#define NIVARO_MORPHOLOGY_H
+
+#include <stdint.h>
+
+#if defined(_WIN32) && defined(NIVARO_BUILDING)
+#define NIVARO_API __declspec(dllexport)
+#elif defined(_WIN32)
+#define NIVARO_API __declspec(dllimport)
+#else
+#define NIVARO_API __attribute__((visibility("default")))
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+typedef int32_t nivaro_logical; /* true is -1, false is 0, the lowest bit counts */
+typedef int64_t nivaro_length;  /* hidden length of a text, by value */
+
+/* ---- The shared message record ---------------------------------------------------------------
+ * One static block, all zero at load, with the natural alignment of C. Texts are padded with
+ * blanks; codes of 0 count as blanks. A host fills lines and details and calls DMESSAGEXY or
+ * DMESSAGE; it may set the fields marked [host]. */
+typedef struct nivaro_messages {
+  int32_t log_unit;          /* unit of the log; no log output while it is 0 or less */
+  char line1[10000];         /* level word, blank, four-digit number, " - ", text */
+  char line2[10000];         /* optional */
+  char line3[10000];         /* optional */
+  char line4[10000];         /* derived: the details joined by "; " */
+  char location_tag[8];      /* "XY:", "NoXY:" or blank; set by DMESSAGEXY */
+  double label_box_width;    /* [host] width added to the right of a label box, map units */
+  double label_height;       /* [host] height of one line of a label, map units */
+  int32_t error_count;       /* messages of each level so far ... */
+  int32_t warning_count;
+  int32_t check_count;
+  int32_t located_error_count; /* ... and those that went through DMESSAGEXY */
+  int32_t located_warning_count;
+  int32_t located_check_count;
+  int32_t message_number;    /* number read from line 1, 0 when there is none */
+  int32_t message_level;     /* 1 ERROR, 2 WARNING, 3 CHECK, 4 UNSTABLE, 5 INFORMATION, 0 plain */
+  char detail1[10000];       /* optional, typically the offending input line */
+  char detail2[10000];
+  char detail3[10000];
+  int32_t message_table_unit; /* [host] unit of the message table; 0 or less: none */
+  double last_x;             /* place of the last message object; -99999.0 when none */
+  double last_y;
+  nivaro_logical one_line_flag; /* [host] print all lines of the message on one line */
+  int32_t message_layer;     /* [host] GIS layer of errors, warnings, unstable, information */
+  int32_t secondary_message_layer; /* [host] GIS layer of checks and plain text */
+  char reference_link[64];   /* address of the message's page, or blank */
+  double default_x;          /* [host] point of messages without a location */
+  double default_y;
+  double unlocated_spacing;  /* [host] step between stacked messages without a location; 0: none */
+  int32_t unlocated_count;   /* messages stacked so far */
+  nivaro_logical strict_command_flag; /* [host] a control line without "==" stops the run */
+  nivaro_logical echo_flag;  /* [host] READLINE shows every line it reads */
+  nivaro_logical suppression_flag; /* [host] numbered messages are discarded */
+} nivaro_messages;
+
+extern NIVARO_API nivaro_messages DMESSAGES;
+
+/* ---- Morphology entry points ----------------------------------------------------------------- */
+
+/* Start-up, the first call of all. Opens the log (`log_prefix`.mlf), the MapInfo workspace
+ * (`output_prefix`_mor.wor) and the bed change dataset (`output_prefix`_morDH.dat).
+ * The other arguments are kept for layers: `save_date_check` compares a layer's date with that of
+ * its table, which is the layer's name with the 4-character `table_extension`; `save_date_error`
+ * makes an old layer an error; `check_layer_prefix` and `check_layer_header_source` (a CoordSys line
+ * or blank) are the check layer's; `host_projection` is the host's CoordSys line in upper case
+ * without blanks and quotes (blank: no check), `projection_error` makes a mismatch an error. */
+NIVARO_API void QVMOR_INITIALISE_S1(
+    const char* simulation_name, const char* output_prefix, const char* log_prefix,
+    const nivaro_logical* save_date_check, const char* table_extension,
+    const nivaro_logical* save_date_error, const char* check_layer_prefix,
+    const char* check_layer_header_source, const char* host_projection,
+    const nivaro_logical* projection_error, nivaro_length simulation_name_length,
+    nivaro_length output_prefix_length, nivaro_length log_prefix_length,
+    nivaro_length table_extension_length, nivaro_length check_layer_prefix_length,
+    nivaro_length check_layer_header_source_length, nivaro_length host_projection_length);
+
+/* Settings of the dataset. `time_code_switch` 0 or less: times are written as given (hours by
+ * custom); 1 or more: time / 1000 + 100 * offset. A `flag_depth_threshold` above 0 flags a cell
+ * only where its two depth terms together exceed it. `num_data` values and `num_cells` flags make
+ * a time record, summed over all domains. */
+NIVARO_API void QVMOR_INITIALISE_S2(const int32_t* time_code_switch,
+                                    const double* flag_depth_threshold, const int32_t* unused3,
+                                    const int32_t* unused4, const int32_t* num_data,
+                                    const int32_t* num_cells);
+
+/* Reserves the fields of domain 1 to 100 in the host's work arrays: twelve stretches of n * m reals
+ * and one of n * m integers, or of one element each where morphology is not active. The positions
+ * are counted from 1, in and out: first free position, then the first behind the reservation. */
+NIVARO_API void QVMOR_SETUP_S2(const nivaro_logical* active, const int32_t* domain,
+                               const int32_t* n, const int32_t* m, const int32_t* unused5,
+                               const int32_t* unused6, int32_t* next_real_position,
+                               int32_t* next_integer_position);
+
+/* Reads the morphology control file (.mcf) for one domain, after setting every option and every cell
+ * to its default. The work arrays must extend past the domain's reservation. The call for
+ * `last_domain` closes the workspace and must be the last of these calls.
+ * Row bounds and offsets belong to cell tables, object bounds to layers; dx and dy are the cell
+ * sizes along local x (second index) and local y (first index), `angle` the direction of local x in
+ * radians, (x0, y0) the grid's origin. */
+NIVARO_API void QVMOR_RDINPF(const char* control_file, const int32_t* domain,
+                             const int32_t* last_domain, const int32_t* n, const int32_t* m,
+                             const int32_t* first_row_bound, const int32_t* second_row_bound,
+                             const int32_t* first_object_bound,
+                             const int32_t* second_object_bound, const int32_t* first_row_offset,
+                             const int32_t* second_row_offset, const double* dx,
+                             const double* dy, const double* angle, const double* x0,
+                             const double* y0, double* real_work, int32_t* integer_work,
+                             const void* unused19, const void* unused20, const void* unused21,
+                             nivaro_length control_file_length);
+
+/* Makes the options of `domain` the current ones. */
+NIVARO_API void QVMOR_INIT_2D_DOMAIN(const int32_t* domain);
+
+/* One morphology call for one domain, with the options made current before.
+ *   smoothing_flag       confine bed activity codes to the area, lower bed limits to the bed,
+ *                        rebuild corner and side depths; nothing else
+ *   initialisation_flag  announce the initialisation on the screen; nothing else
+ *   skip_flag            nothing at all
+ *   none of them         a morphology step: transport, bed change, slumping, rebuild
+ * Staggering of the n x m arrays, element (i, j):
+ *   wet_flags, flow_flags, water_level, zc   centre of cell (i, j)
+ *   v2, z2                                   side between (i, j) and (i, j + 1)
+ *   v1, z1                                   side between (i, j) and (i + 1, j)
+ *   zpts                                     corner of (i, j), (i + 1, j), (i, j + 1), (i + 1, j + 1)
+ * Velocities are positive toward the increasing index. The area (first_i .. last_i by first_j ..
+ * last_j) leaves at least one cell of the grid free on each side. `slump_distance2` and
+ * `slump_distance1` are the distances between cell centres along the second and the first index.
+ * `time_step` is in seconds. With `raise_switch`, the depth at a side is at least `raise_factor`
+ * times the larger of the two levels above the side's bed. zc, z1, z2 and zpts are changed. */
+NIVARO_API void QVMORPHOLOGY(
+    const nivaro_logical* smoothing_flag, const nivaro_logical* initialisation_flag,
+    const nivaro_logical* skip_flag, const nivaro_logical* wet_flags,
+    const nivaro_logical* flow_flags, const double* water_level, const double* v2,
+    const double* v1, double* zpts, double* zc, double* z2, double* z1, const int32_t* n,
+    const int32_t* m, const int32_t* first_i, const int32_t* first_j, const int32_t* last_i,
+    const int32_t* last_j, const double* cell_size, const double* slump_distance2,
+    const double* slump_distance1, const void* unused22, const double* time_step,
+    const nivaro_logical* raise_switch, const double* raise_factor, const void* unused26,
+    const void* unused27, const void* unused28, const void* unused29, const void* unused30,
+    const void* unused31, const void* unused32, double* real_work, int32_t* integer_work,
+    const void* unused35, const void* unused36, const void* unused37, const int32_t* domain);
+
+/* ---- Bed change dataset (SMS binary scalar) --------------------------------------------------- */
+
+/* Header of the dataset, once. The name shown is "DELH " and the 35 characters of `name`; no hidden
+ * length is read. */
+NIVARO_API void QVMOR_WRSMSF_WRITE_HEADER(const char* name);
+
+/* Cell flags of one domain at an output time; domain 1 begins the time record, the last domain pads
+ * to the announced number. Cells are walked with i in the outer and j in the inner loop; a cell
+ * whose code is `skipped_code` has no flag in the file. Arrays are nx by anything. */
+NIVARO_API void QVMOR_WRSMSF_DAT_FLAGS(const int32_t* domain, const int32_t* last_domain,
+                                       const double* time, const double* time_offset,
+                                       const int32_t* skipped_code, const int32_t* cell_code,
+                                       const nivaro_logical* cell_active,
+                                       const double* depth_term1, const double* depth_term2,
+                                       const int32_t* nx, const void* unused11,
+                                       const int32_t* first_i, const int32_t* first_j,
+                                       const int32_t* last_i, const int32_t* last_j);
+
+/* Bed change of the latest step at the corners (point_i, point_j) of one domain, after the flags of
+ * all domains; the last domain pads and completes the time record. `point_counts` is indexed by
+ * domain. With `write_values` false the domain's points are zeros. The range needs one cell of the
+ * grid to spare on each side. */
+NIVARO_API void QVMOR_WRSMSF_DAT_RESULTS(
+    const int32_t* domain, const int32_t* last_domain, const int32_t* point_counts,
+    const void* unused4, const nivaro_logical* write_values, const int32_t* nx,
+    const void* unused7, const int32_t* first_i, const int32_t* first_j, const int32_t* last_i,
+    const int32_t* last_j, const int32_t* point_i, const int32_t* point_j,
+    const void* unused14, double* real_work);
+
+/* End card of the dataset. The file stays open until the process ends. */
+NIVARO_API void QVMOR_WRSMSF_CLOSE(void);
+
+/* ---- Messages --------------------------------------------------------------------------------- */
+
+/* Write the message held in DMESSAGES, with a location or without one, and clear it. `blank_lines`
+ * 0 or more: as many empty lines, then the message, on screen and log; -1: log only; less: neither;
+ * -99 (DMESSAGEXY): the messages layer only. */
+NIVARO_API void DMESSAGEXY(const int32_t* blank_lines, const double* x, const double* y);
+NIVARO_API void DMESSAGE(const int32_t* blank_lines);
+NIVARO_API void DMESSAGECLEAR(void);
+NIVARO_API void DMESSAGERESETCOUNTERS(void);
+/* An empty line and a rule of 80 underscores, on the screen and on a unit of 1 or more. */
+NIVARO_API void DLINE(const int32_t* unit);
+
+/* ---- Control lines ---------------------------------------------------------------------------- */
+
+/* Reads a line of a module unit, without tabs and comments, variables replaced. True when it holds a
+ * command. End of file and read errors end the run. */
+NIVARO_API nivaro_logical READLINE(const int32_t* unit, char* line, nivaro_length line_length);
+/* True for a comment or blank line; cuts the comment off and replaces variables in any case. */
+NIVARO_API nivaro_logical COMMENTLINE(char* line, nivaro_length line_length);
+/* Reads one item of the next record; true when there is none. Uses the record up. */
+NIVARO_API nivaro_logical EOFLINEREAD(const int32_t* unit, char* buffer,
+                                      nivaro_length buffer_length);
+/* Splits a line at "==" into command and value. */
+NIVARO_API nivaro_logical COMMANDLINE(char* line, char* value, char* command,
+                                      nivaro_length line_length, nivaro_length value_length,
+                                      nivaro_length command_length);
+/* The same at any separator, or at a column; true when the command contains the flag ("*": any). */
+NIVARO_API nivaro_logical CHECKLINE(const char* line, const char* flag, const char* separator,
+                                    const int32_t* column, char* value, char* command,
+                                    nivaro_length line_length, nivaro_length flag_length,
+                                    nivaro_length separator_length, nivaro_length value_length,
+                                    nivaro_length command_length);
+/* Containment in any letter case; the second form also returns the text behind the flag. */
+NIVARO_API nivaro_logical FLAGEXISTS(const char* text, const char* flag,
+                                     nivaro_length text_length, nivaro_length flag_length);
+NIVARO_API nivaro_logical FLAGEXISTSRET(const char* text, const char* flag, char* rest,
+                                        nivaro_length text_length, nivaro_length flag_length,
+                                        nivaro_length rest_length);
+/* Same text but for letter case, quotes, tabs and surrounding blanks; CS: letter case counts. */
+NIVARO_API nivaro_logical ASAME(const char* a, const char* b, nivaro_length a_length,
+                                nivaro_length b_length);
+NIVARO_API nivaro_logical ASAMECS(const char* a, const char* b, nivaro_length a_length,
+                                  nivaro_length b_length);
+/* The command contains "Read MI " or "Read GIS " (WRITEGIS: "Write ..."; READROWCOL: "Read MID " or
+ * "Read RowCol ") and the keyword; ANY: with any keyword or none. */
+NIVARO_API nivaro_logical READGIS(const char* command, const char* keyword,
+                                  nivaro_length command_length, nivaro_length keyword_length);
+NIVARO_API nivaro_logical WRITEGIS(const char* command, const char* keyword,
+                                   nivaro_length command_length, nivaro_length keyword_length);
+NIVARO_API nivaro_logical READROWCOL(const char* command, const char* keyword,
+                                     nivaro_length command_length,
+                                     nivaro_length keyword_length);
+NIVARO_API nivaro_logical READGISANY(const char* command, nivaro_length command_length);
+NIVARO_API nivaro_logical READROWCOLANY(const char* command, nivaro_length command_length);
+/* The line, left-adjusted in place, starts like a number or is blank. */
+NIVARO_API nivaro_logical NUMBERLINE(char* line, nivaro_length line_length);
+/* The text, left-adjusted in place, is all digits. */
+NIVARO_API nivaro_logical POSITIVEINTEGERNUMBER(char* text, nivaro_length text_length);
+NIVARO_API void REMOVEQUOTES(char* result, nivaro_length result_length, const char* text,
+                             nivaro_length text_length);
+NIVARO_API void REMOVESPACES(char* result, nivaro_length result_length, const char* text,
+                             nivaro_length text_length);
+
+/* ---- Values from text ------------------------------------------------------------------------- */
+
+/* Item `column` of the comma-separated list behind `key` and "=". `lowered_line` is the line in
+ * lower case. A missing item gives the default (a blank text); one that does not convert, and a key
+ * without "=", end the run. */
+NIVARO_API int32_t EXTRACTINTEGER(const char* line, const char* lowered_line, const char* key,
+                                  const int32_t* column, const int32_t* default_value,
+                                  nivaro_length line_length, nivaro_length lowered_line_length,
+                                  nivaro_length key_length);
+NIVARO_API double EXTRACTREAL(const char* line, const char* lowered_line, const char* key,
+                              const int32_t* column, const double* default_value,
+                              nivaro_length line_length, nivaro_length lowered_line_length,
+                              nivaro_length key_length);
+NIVARO_API void EXTRACTSTRING(char* result, nivaro_length result_length, const char* line,
+                              const char* lowered_line, const char* key, const int32_t* column,
+                              nivaro_length line_length, nivaro_length lowered_line_length,
+                              nivaro_length key_length);
+/* All items behind the key. */
+NIVARO_API void EXTRACTSTRINGREM(char* result, nivaro_length result_length, const char* line,
+                                 const char* lowered_line, const char* key,
+                                 const int32_t* column, nivaro_length line_length,
+                                 nivaro_length lowered_line_length, nivaro_length key_length);
+/* Position of a named field in a header line; the column is left alone when it is not there. */
+NIVARO_API nivaro_logical CSVCOLUMN(const char* header, const char* name, int32_t* column,
+                                    nivaro_length header_length, nivaro_length name_length);
+/* Real value of a field: 0 when read, -1 when the field is blank or missing, above 0 when it is no
+ * number; the value is left alone then. */
+NIVARO_API int32_t CSVVALUE(const char* line, const int32_t* column, double* value,
+                            nivaro_length line_length);
+NIVARO_API int32_t NUMBEROFSUBSTRINGS(char* text, const char* separator,
+                                      nivaro_length text_length,
+                                      nivaro_length separator_length);
+NIVARO_API void SUBSTRING(char* result, nivaro_length result_length, const char* text,
+                          const char* separator, const int32_t* index,
+                          nivaro_length text_length, nivaro_length separator_length);
+/* Numbers in a line; negative when a stray character ends the count. */
+NIVARO_API int32_t NUMBEROFNUMBERS(const char* line, nivaro_length line_length);
+/* Day number of YYYYMMDD in 365-day years, 1 on 1 January 2000; -1 on a bad date. */
+NIVARO_API int32_t NUMBEROFDAYS(const char* date, nivaro_length date_length);
+/* The text reads as a number, which is returned in the second argument. */
+NIVARO_API nivaro_logical CHECKREAL(const char* text, double* value, nivaro_length text_length);
+NIVARO_API nivaro_logical CHECKINT4(const char* text, int32_t* value, nivaro_length text_length);
+
+/* ---- Numbers to text: 20 characters, left-aligned --------------------------------------------- */
+
+NIVARO_API void AINTEGER(char* result, nivaro_length result_length, const int32_t* value);
+NIVARO_API void AINTEGER8(char* result, nivaro_length result_length, const int64_t* value);
+/* PREC0: padded with zeros to `digits` digits (AREALDPREC0: `width` characters) when not negative. */
+NIVARO_API void AINTEGERPREC0(char* result, nivaro_length result_length, const int32_t* value,
+                              const int32_t* digits);
+NIVARO_API void AINTEGER8PREC0(char* result, nivaro_length result_length, const int64_t* value,
+                               const int32_t* digits);
+/* As many decimals as the magnitude calls for, without trailing zeros; AREAL8 with more. */
+NIVARO_API void AREAL(char* result, nivaro_length result_length, const double* value);
+NIVARO_API void AREAL8(char* result, nivaro_length result_length, const double* value);
+/* A given number of decimals; AREALD4 takes a 4-byte real. */
+NIVARO_API void AREALD(char* result, nivaro_length result_length, const double* value,
+                       const int32_t* decimals);
+NIVARO_API void AREALD4(char* result, nivaro_length result_length, const float* value,
+                        const int32_t* decimals);
+NIVARO_API void AREALD8(char* result, nivaro_length result_length, const double* value,
+                        const int32_t* decimals);
+NIVARO_API void AREALDPREC0(char* result, nivaro_length result_length, const double* value,
+                            const int32_t* decimals, const int32_t* width);
+
+/* ---- Text transformations --------------------------------------------------------------------- */
+
+NIVARO_API void TRIMF(char* result, nivaro_length result_length, const char* text,
+                      nivaro_length text_length);
+NIVARO_API void UPPERCASE(char* result, nivaro_length result_length, const char* text,
+                          nivaro_length text_length);
+NIVARO_API void LOWERCASE(char* result, nivaro_length result_length, const char* text,
+                          nivaro_length text_length);
+NIVARO_API void DOUBLEQUOTE(char* result, nivaro_length result_length, const char* text,
+                            nivaro_length text_length);
+/* Blanks become underscores; a blank text becomes "Blank". */
+NIVARO_API void SPACETOUNDERSCORE(char* result, nivaro_length result_length, const char* text,
+                                  nivaro_length text_length);
+/* Anything but letters and digits replaced, or dropped when the replacement has code 0. */
+NIVARO_API void ALPHANUMERICONLY(char* result, nivaro_length result_length, const char* text,
+                                 const char* replacement, nivaro_length text_length,
+                                 nivaro_length replacement_length);
+NIVARO_API void CLEANATTRIBUTENAME(char* result, nivaro_length result_length, const char* text,
+                                   nivaro_length text_length);
+/* Removes tabs in place; true when the text is then blank. */
+NIVARO_API nivaro_logical BLANK(char* text, nivaro_length text_length);
+NIVARO_API void SS256(char* result, nivaro_length result_length, const char* text,
+                      nivaro_length text_length);
+/* Length without trailing blanks and codes of 0; puts a code of 0 behind it where there is room. */
+NIVARO_API int32_t LENSL(char* text, nivaro_length text_length);
+/* First, or every, occurrence of `old_text` in any letter case replaced. */
+NIVARO_API void REPLACE(char* result, nivaro_length result_length, const char* text,
+                        const char* old_text, const char* new_text, nivaro_length text_length,
+                        nivaro_length old_length, nivaro_length new_length);
+NIVARO_API void REPLACEALL(char* result, nivaro_length result_length, const char* text,
+                           const char* old_text, const char* new_text,
+                           nivaro_length text_length, nivaro_length old_length,
+                           nivaro_length new_length);
+
+/* ---- Paths: "\" or "/" separates, a drive is a letter and ":", "\\" begins a network path ------- */
+
+/* Extension with its dot; FILEEXT in lower case. */
+NIVARO_API void FILEEXT(char* result, nivaro_length result_length, const char* path,
+                        nivaro_length path_length);
+NIVARO_API void FILEEXTKC(char* result, nivaro_length result_length, const char* path,
+                          nivaro_length path_length);
+/* Part of the base name from its last underscore on, in lower case. */
+NIVARO_API void FILE___EXT(char* result, nivaro_length result_length, const char* path,
+                           nivaro_length path_length);
+/* Name without folder and extension; EXT: with extension; NO_: also without underscore part. */
+NIVARO_API void FILENAME(char* result, nivaro_length result_length, const char* path,
+                         nivaro_length path_length);
+NIVARO_API void FILENAMEEXT(char* result, nivaro_length result_length, const char* path,
+                            nivaro_length path_length);
+NIVARO_API void FILENAMENO_(char* result, nivaro_length result_length, const char* path,
+                            nivaro_length path_length);
+/* Path without extension; NO_: also without the name's underscore part. */
+NIVARO_API void FILENAMEPATH(char* result, nivaro_length result_length, const char* path,
+                             nivaro_length path_length);
+NIVARO_API void FILENAMEPATHNO_(char* result, nivaro_length result_length, const char* path,
+                                nivaro_length path_length);
+/* Folder with its last separator. */
+NIVARO_API void FILEFOLDERPATH(char* result, nivaro_length result_length, const char* path,
+                               nivaro_length path_length);
+/* Slashes turned to backslashes. */
+NIVARO_API void DOSPATH(char* result, nivaro_length result_length, const char* path,
+                        nivaro_length path_length);
+/* Path as shown on the console. */
+NIVARO_API void CORRECTSLASH(char* result, nivaro_length result_length, const char* path,
+                             nivaro_length path_length);
+/* Doubled separators collapsed, in the argument too. */
+NIVARO_API void CLEANPATH(char* result, nivaro_length result_length, char* path,
+                          nivaro_length path_length);
+/* Parent and current folder references resolved. */
+NIVARO_API void REMOVEDOTDOT(char* result, nivaro_length result_length, const char* path,
+                             nivaro_length path_length);
+/* A file name placed in a folder, unless it names a drive or network path itself. */
+NIVARO_API void ADDFOLDER(char* result, nivaro_length result_length, const char* folder,
+                          const char* file, nivaro_length folder_length,
+                          nivaro_length file_length);
+/* Another drive letter for a path that has one. */
+NIVARO_API void CHANGEDRIVE(char* path, const char* drive, nivaro_length path_length,
+                            nivaro_length drive_length);
+
+/* ---- The end of a run --------------------------------------------------------------------------- */
+
+/* Closes all files, waits for Enter (not before start-up), and ends the process: exit code 1, or 0
+ * before start-up. Does not return. */
+NIVARO_API void EXITS(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* NIVARO_MORPHOLOGY_H */

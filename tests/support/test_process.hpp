@@ -1,0 +1,42 @@
+// Stand-ins for the console and the process end, so that a test can answer questions and see the
+// run end without ending itself.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <string_view>
+
+#include "platform/console.hpp"
+#include "platform/process.hpp"
+
+namespace nivaro::test {
+
+// Keeps all output, answers from a script; standard input has ended when the script has.
+class ScriptedConsole final : public Console {
+ public:
+  void line(std::string_view text) override {
+    output += text;
+    output += '\n';
+  }
+  void open(std::string_view text) override { output += text; }
+  bool readLine(std::string& answer) override {
+    if (answers.empty()) return false;
+    answer = answers.front();
+    answers.pop_front();
+    return true;
+  }
+
+  std::string output;
+  std::deque<std::string> answers;
+};
+
+struct ProcessEnded {
+  int exitCode;
+};
+
+class RecordingProcess final : public Process {
+ public:
+  [[noreturn]] void end(int exitCode) override { throw ProcessEnded{exitCode}; }
+};
+
+}  // namespace nivaro::test
