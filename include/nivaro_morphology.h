@@ -18,8 +18,8 @@
  *               the bed elevation. The bed change that the module reports is positive upward.
  *   Units       SI: m, s, m/s, kg/m3. Bed transport is kg/(s m).
  *   Threads     All calls come from one thread. The module keeps one model per process.
- *   Errors      No routine returns an error code for bad input: a message goes to the screen and the
- *               log, files are closed, and the process ends (EXITS) with exit code 1.
+ *   Errors      No routine returns an error code for bad input: a message goes to the screen and
+ * the log, files are closed, and the process ends (EXITS) with exit code 1.
  *
  * CALLING ORDER
  *   1. QVMOR_INITIALISE_S1                      once, before anything else
@@ -56,39 +56,39 @@ typedef int64_t nivaro_length;  /* hidden length of a text, by value */
  * blanks; codes of 0 count as blanks. A host fills lines and details and calls DMESSAGEXY or
  * DMESSAGE; it may set the fields marked [host]. */
 typedef struct nivaro_messages {
-  int32_t log_unit;          /* unit of the log; no log output while it is 0 or less */
-  char line1[10000];         /* level word, blank, four-digit number, " - ", text */
-  char line2[10000];         /* optional */
-  char line3[10000];         /* optional */
-  char line4[10000];         /* derived: the details joined by "; " */
-  char location_tag[8];      /* "XY:", "NoXY:" or blank; set by DMESSAGEXY */
-  double label_box_width;    /* [host] width added to the right of a label box, map units */
-  double label_height;       /* [host] height of one line of a label, map units */
-  int32_t error_count;       /* messages of each level so far ... */
+  int32_t log_unit;       /* unit of the log; no log output while it is 0 or less */
+  char line1[10000];      /* level word, blank, four-digit number, " - ", text */
+  char line2[10000];      /* optional */
+  char line3[10000];      /* optional */
+  char line4[10000];      /* derived: the details joined by "; " */
+  char location_tag[8];   /* "XY:", "NoXY:" or blank; set by DMESSAGEXY */
+  double label_box_width; /* [host] width added to the right of a label box, map units */
+  double label_height;    /* [host] height of one line of a label, map units */
+  int32_t error_count;    /* messages of each level so far ... */
   int32_t warning_count;
   int32_t check_count;
   int32_t located_error_count; /* ... and those that went through DMESSAGEXY */
   int32_t located_warning_count;
   int32_t located_check_count;
-  int32_t message_number;    /* number read from line 1, 0 when there is none */
-  int32_t message_level;     /* 1 ERROR, 2 WARNING, 3 CHECK, 4 UNSTABLE, 5 INFORMATION, 0 plain */
-  char detail1[10000];       /* optional, typically the offending input line */
+  int32_t message_number; /* number read from line 1, 0 when there is none */
+  int32_t message_level;  /* 1 ERROR, 2 WARNING, 3 CHECK, 4 UNSTABLE, 5 INFORMATION, 0 plain */
+  char detail1[10000];    /* optional, typically the offending input line */
   char detail2[10000];
   char detail3[10000];
   int32_t message_table_unit; /* [host] unit of the message table; 0 or less: none */
-  double last_x;             /* place of the last message object; -99999.0 when none */
+  double last_x;              /* place of the last message object; -99999.0 when none */
   double last_y;
-  nivaro_logical one_line_flag; /* [host] print all lines of the message on one line */
-  int32_t message_layer;     /* [host] GIS layer of errors, warnings, unstable, information */
+  nivaro_logical one_line_flag;    /* [host] print all lines of the message on one line */
+  int32_t message_layer;           /* [host] GIS layer of errors, warnings, unstable, information */
   int32_t secondary_message_layer; /* [host] GIS layer of checks and plain text */
-  char reference_link[64];   /* address of the message's page, or blank */
-  double default_x;          /* [host] point of messages without a location */
+  char reference_link[64];         /* address of the message's page, or blank */
+  double default_x;                /* [host] point of messages without a location */
   double default_y;
-  double unlocated_spacing;  /* [host] step between stacked messages without a location; 0: none */
-  int32_t unlocated_count;   /* messages stacked so far */
+  double unlocated_spacing; /* [host] step between stacked messages without a location; 0: none */
+  int32_t unlocated_count;  /* messages stacked so far */
   nivaro_logical strict_command_flag; /* [host] a control line without "==" stops the run */
-  nivaro_logical echo_flag;  /* [host] READLINE shows every line it reads */
-  nivaro_logical suppression_flag; /* [host] numbered messages are discarded */
+  nivaro_logical echo_flag;           /* [host] READLINE shows every line it reads */
+  nivaro_logical suppression_flag;    /* [host] numbered messages are discarded */
 } nivaro_messages;
 
 extern NIVARO_API nivaro_messages DMESSAGES;
@@ -99,8 +99,8 @@ extern NIVARO_API nivaro_messages DMESSAGES;
  * (`output_prefix`_mor.wor) and the bed change dataset (`output_prefix`_morDH.dat).
  * The other arguments are kept for layers: `save_date_check` compares a layer's date with that of
  * its table, which is the layer's name with the 4-character `table_extension`; `save_date_error`
- * makes an old layer an error; `check_layer_prefix` and `check_layer_header_source` (a CoordSys line
- * or blank) are the check layer's; `host_projection` is the host's CoordSys line in upper case
+ * makes an old layer an error; `check_layer_prefix` and `check_layer_header_source` (a CoordSys
+ * line or blank) are the check layer's; `host_projection` is the host's CoordSys line in upper case
  * without blanks and quotes (blank: no check), `projection_error` makes a mismatch an error. */
 NIVARO_API void QVMOR_INITIALISE_S1(
     const char* simulation_name, const char* output_prefix, const char* log_prefix,
@@ -129,8 +129,8 @@ NIVARO_API void QVMOR_SETUP_S2(const nivaro_logical* active, const int32_t* doma
                                const int32_t* unused6, int32_t* next_real_position,
                                int32_t* next_integer_position);
 
-/* Reads the morphology control file (.mcf) for one domain, after setting every option and every cell
- * to its default. The work arrays must extend past the domain's reservation. The call for
+/* Reads the morphology control file (.mcf) for one domain, after setting every option and every
+ * cell to its default. The work arrays must extend past the domain's reservation. The call for
  * `last_domain` closes the workspace and must be the last of these calls.
  * Row bounds and offsets belong to cell tables, object bounds to layers; dx and dy are the cell
  * sizes along local x (second index) and local y (first index), `angle` the direction of local x in
@@ -138,13 +138,12 @@ NIVARO_API void QVMOR_SETUP_S2(const nivaro_logical* active, const int32_t* doma
 NIVARO_API void QVMOR_RDINPF(const char* control_file, const int32_t* domain,
                              const int32_t* last_domain, const int32_t* n, const int32_t* m,
                              const int32_t* first_row_bound, const int32_t* second_row_bound,
-                             const int32_t* first_object_bound,
-                             const int32_t* second_object_bound, const int32_t* first_row_offset,
-                             const int32_t* second_row_offset, const double* dx,
-                             const double* dy, const double* angle, const double* x0,
-                             const double* y0, double* real_work, int32_t* integer_work,
-                             const void* unused19, const void* unused20, const void* unused21,
-                             nivaro_length control_file_length);
+                             const int32_t* first_object_bound, const int32_t* second_object_bound,
+                             const int32_t* first_row_offset, const int32_t* second_row_offset,
+                             const double* dx, const double* dy, const double* angle,
+                             const double* x0, const double* y0, double* real_work,
+                             int32_t* integer_work, const void* unused19, const void* unused20,
+                             const void* unused21, nivaro_length control_file_length);
 
 /* Makes the options of `domain` the current ones. */
 NIVARO_API void QVMOR_INIT_2D_DOMAIN(const int32_t* domain);
@@ -159,8 +158,8 @@ NIVARO_API void QVMOR_INIT_2D_DOMAIN(const int32_t* domain);
  *   wet_flags, flow_flags, water_level, zc   centre of cell (i, j)
  *   v2, z2                                   side between (i, j) and (i, j + 1)
  *   v1, z1                                   side between (i, j) and (i + 1, j)
- *   zpts                                     corner of (i, j), (i + 1, j), (i, j + 1), (i + 1, j + 1)
- * Velocities are positive toward the increasing index. The area (first_i .. last_i by first_j ..
+ *   zpts                                     corner of (i, j), (i + 1, j), (i, j + 1), (i + 1, j +
+ * 1) Velocities are positive toward the increasing index. The area (first_i .. last_i by first_j ..
  * last_j) leaves at least one cell of the grid free on each side. `slump_distance2` and
  * `slump_distance1` are the distances between cell centres along the second and the first index.
  * `time_step` is in seconds. With `raise_switch`, the depth at a side is at least `raise_factor`
@@ -168,17 +167,18 @@ NIVARO_API void QVMOR_INIT_2D_DOMAIN(const int32_t* domain);
 NIVARO_API void QVMORPHOLOGY(
     const nivaro_logical* smoothing_flag, const nivaro_logical* initialisation_flag,
     const nivaro_logical* skip_flag, const nivaro_logical* wet_flags,
-    const nivaro_logical* flow_flags, const double* water_level, const double* v2,
-    const double* v1, double* zpts, double* zc, double* z2, double* z1, const int32_t* n,
-    const int32_t* m, const int32_t* first_i, const int32_t* first_j, const int32_t* last_i,
-    const int32_t* last_j, const double* cell_size, const double* slump_distance2,
-    const double* slump_distance1, const void* unused22, const double* time_step,
-    const nivaro_logical* raise_switch, const double* raise_factor, const void* unused26,
-    const void* unused27, const void* unused28, const void* unused29, const void* unused30,
-    const void* unused31, const void* unused32, double* real_work, int32_t* integer_work,
-    const void* unused35, const void* unused36, const void* unused37, const int32_t* domain);
+    const nivaro_logical* flow_flags, const double* water_level, const double* v2, const double* v1,
+    double* zpts, double* zc, double* z2, double* z1, const int32_t* n, const int32_t* m,
+    const int32_t* first_i, const int32_t* first_j, const int32_t* last_i, const int32_t* last_j,
+    const double* cell_size, const double* slump_distance2, const double* slump_distance1,
+    const void* unused22, const double* time_step, const nivaro_logical* raise_switch,
+    const double* raise_factor, const void* unused26, const void* unused27, const void* unused28,
+    const void* unused29, const void* unused30, const void* unused31, const void* unused32,
+    double* real_work, int32_t* integer_work, const void* unused35, const void* unused36,
+    const void* unused37, const int32_t* domain);
 
-/* ---- Bed change dataset (SMS binary scalar) --------------------------------------------------- */
+/* ---- Bed change dataset (SMS binary scalar) ---------------------------------------------------
+ */
 
 /* Header of the dataset, once. The name shown is "DELH " and the 35 characters of `name`; no hidden
  * length is read. */
@@ -190,11 +190,11 @@ NIVARO_API void QVMOR_WRSMSF_WRITE_HEADER(const char* name);
 NIVARO_API void QVMOR_WRSMSF_DAT_FLAGS(const int32_t* domain, const int32_t* last_domain,
                                        const double* time, const double* time_offset,
                                        const int32_t* skipped_code, const int32_t* cell_code,
-                                       const nivaro_logical* cell_active,
-                                       const double* depth_term1, const double* depth_term2,
-                                       const int32_t* nx, const void* unused11,
-                                       const int32_t* first_i, const int32_t* first_j,
-                                       const int32_t* last_i, const int32_t* last_j);
+                                       const nivaro_logical* cell_active, const double* depth_term1,
+                                       const double* depth_term2, const int32_t* nx,
+                                       const void* unused11, const int32_t* first_i,
+                                       const int32_t* first_j, const int32_t* last_i,
+                                       const int32_t* last_j);
 
 /* Bed change of the latest step at the corners (point_i, point_j) of one domain, after the flags of
  * all domains; the last domain pads and completes the time record. `point_counts` is indexed by
@@ -202,15 +202,15 @@ NIVARO_API void QVMOR_WRSMSF_DAT_FLAGS(const int32_t* domain, const int32_t* las
  * grid to spare on each side. */
 NIVARO_API void QVMOR_WRSMSF_DAT_RESULTS(
     const int32_t* domain, const int32_t* last_domain, const int32_t* point_counts,
-    const void* unused4, const nivaro_logical* write_values, const int32_t* nx,
-    const void* unused7, const int32_t* first_i, const int32_t* first_j, const int32_t* last_i,
-    const int32_t* last_j, const int32_t* point_i, const int32_t* point_j,
-    const void* unused14, double* real_work);
+    const void* unused4, const nivaro_logical* write_values, const int32_t* nx, const void* unused7,
+    const int32_t* first_i, const int32_t* first_j, const int32_t* last_i, const int32_t* last_j,
+    const int32_t* point_i, const int32_t* point_j, const void* unused14, double* real_work);
 
 /* End card of the dataset. The file stays open until the process ends. */
 NIVARO_API void QVMOR_WRSMSF_CLOSE(void);
 
-/* ---- Messages --------------------------------------------------------------------------------- */
+/* ---- Messages ---------------------------------------------------------------------------------
+ */
 
 /* Write the message held in DMESSAGES, with a location or without one, and clear it. `blank_lines`
  * 0 or more: as many empty lines, then the message, on screen and log; -1: log only; less: neither;
@@ -222,10 +222,11 @@ NIVARO_API void DMESSAGERESETCOUNTERS(void);
 /* An empty line and a rule of 80 underscores, on the screen and on a unit of 1 or more. */
 NIVARO_API void DLINE(const int32_t* unit);
 
-/* ---- Control lines ---------------------------------------------------------------------------- */
+/* ---- Control lines ----------------------------------------------------------------------------
+ */
 
-/* Reads a line of a module unit, without tabs and comments, variables replaced. True when it holds a
- * command. End of file and read errors end the run. */
+/* Reads a line of a module unit, without tabs and comments, variables replaced. True when it holds
+ * a command. End of file and read errors end the run. */
 NIVARO_API nivaro_logical READLINE(const int32_t* unit, char* line, nivaro_length line_length);
 /* True for a comment or blank line; cuts the comment off and replaces variables in any case. */
 NIVARO_API nivaro_logical COMMENTLINE(char* line, nivaro_length line_length);
@@ -243,8 +244,8 @@ NIVARO_API nivaro_logical CHECKLINE(const char* line, const char* flag, const ch
                                     nivaro_length separator_length, nivaro_length value_length,
                                     nivaro_length command_length);
 /* Containment in any letter case; the second form also returns the text behind the flag. */
-NIVARO_API nivaro_logical FLAGEXISTS(const char* text, const char* flag,
-                                     nivaro_length text_length, nivaro_length flag_length);
+NIVARO_API nivaro_logical FLAGEXISTS(const char* text, const char* flag, nivaro_length text_length,
+                                     nivaro_length flag_length);
 NIVARO_API nivaro_logical FLAGEXISTSRET(const char* text, const char* flag, char* rest,
                                         nivaro_length text_length, nivaro_length flag_length,
                                         nivaro_length rest_length);
@@ -260,8 +261,7 @@ NIVARO_API nivaro_logical READGIS(const char* command, const char* keyword,
 NIVARO_API nivaro_logical WRITEGIS(const char* command, const char* keyword,
                                    nivaro_length command_length, nivaro_length keyword_length);
 NIVARO_API nivaro_logical READROWCOL(const char* command, const char* keyword,
-                                     nivaro_length command_length,
-                                     nivaro_length keyword_length);
+                                     nivaro_length command_length, nivaro_length keyword_length);
 NIVARO_API nivaro_logical READGISANY(const char* command, nivaro_length command_length);
 NIVARO_API nivaro_logical READROWCOLANY(const char* command, nivaro_length command_length);
 /* The line, left-adjusted in place, starts like a number or is blank. */
@@ -273,7 +273,8 @@ NIVARO_API void REMOVEQUOTES(char* result, nivaro_length result_length, const ch
 NIVARO_API void REMOVESPACES(char* result, nivaro_length result_length, const char* text,
                              nivaro_length text_length);
 
-/* ---- Values from text ------------------------------------------------------------------------- */
+/* ---- Values from text -------------------------------------------------------------------------
+ */
 
 /* Item `column` of the comma-separated list behind `key` and "=". `lowered_line` is the line in
  * lower case. A missing item gives the default (a blank text); one that does not convert, and a key
@@ -292,9 +293,9 @@ NIVARO_API void EXTRACTSTRING(char* result, nivaro_length result_length, const c
                               nivaro_length key_length);
 /* All items behind the key. */
 NIVARO_API void EXTRACTSTRINGREM(char* result, nivaro_length result_length, const char* line,
-                                 const char* lowered_line, const char* key,
-                                 const int32_t* column, nivaro_length line_length,
-                                 nivaro_length lowered_line_length, nivaro_length key_length);
+                                 const char* lowered_line, const char* key, const int32_t* column,
+                                 nivaro_length line_length, nivaro_length lowered_line_length,
+                                 nivaro_length key_length);
 /* Position of a named field in a header line; the column is left alone when it is not there. */
 NIVARO_API nivaro_logical CSVCOLUMN(const char* header, const char* name, int32_t* column,
                                     nivaro_length header_length, nivaro_length name_length);
@@ -302,12 +303,11 @@ NIVARO_API nivaro_logical CSVCOLUMN(const char* header, const char* name, int32_
  * number; the value is left alone then. */
 NIVARO_API int32_t CSVVALUE(const char* line, const int32_t* column, double* value,
                             nivaro_length line_length);
-NIVARO_API int32_t NUMBEROFSUBSTRINGS(char* text, const char* separator,
-                                      nivaro_length text_length,
+NIVARO_API int32_t NUMBEROFSUBSTRINGS(char* text, const char* separator, nivaro_length text_length,
                                       nivaro_length separator_length);
 NIVARO_API void SUBSTRING(char* result, nivaro_length result_length, const char* text,
-                          const char* separator, const int32_t* index,
-                          nivaro_length text_length, nivaro_length separator_length);
+                          const char* separator, const int32_t* index, nivaro_length text_length,
+                          nivaro_length separator_length);
 /* Numbers in a line; negative when a stray character ends the count. */
 NIVARO_API int32_t NUMBEROFNUMBERS(const char* line, nivaro_length line_length);
 /* Day number of YYYYMMDD in 365-day years, 1 on 1 January 2000; -1 on a bad date. */
@@ -316,11 +316,13 @@ NIVARO_API int32_t NUMBEROFDAYS(const char* date, nivaro_length date_length);
 NIVARO_API nivaro_logical CHECKREAL(const char* text, double* value, nivaro_length text_length);
 NIVARO_API nivaro_logical CHECKINT4(const char* text, int32_t* value, nivaro_length text_length);
 
-/* ---- Numbers to text: 20 characters, left-aligned --------------------------------------------- */
+/* ---- Numbers to text: 20 characters, left-aligned ---------------------------------------------
+ */
 
 NIVARO_API void AINTEGER(char* result, nivaro_length result_length, const int32_t* value);
 NIVARO_API void AINTEGER8(char* result, nivaro_length result_length, const int64_t* value);
-/* PREC0: padded with zeros to `digits` digits (AREALDPREC0: `width` characters) when not negative. */
+/* PREC0: padded with zeros to `digits` digits (AREALDPREC0: `width` characters) when not negative.
+ */
 NIVARO_API void AINTEGERPREC0(char* result, nivaro_length result_length, const int32_t* value,
                               const int32_t* digits);
 NIVARO_API void AINTEGER8PREC0(char* result, nivaro_length result_length, const int64_t* value,
@@ -338,7 +340,8 @@ NIVARO_API void AREALD8(char* result, nivaro_length result_length, const double*
 NIVARO_API void AREALDPREC0(char* result, nivaro_length result_length, const double* value,
                             const int32_t* decimals, const int32_t* width);
 
-/* ---- Text transformations --------------------------------------------------------------------- */
+/* ---- Text transformations ---------------------------------------------------------------------
+ */
 
 NIVARO_API void TRIMF(char* result, nivaro_length result_length, const char* text,
                       nivaro_length text_length);
@@ -368,11 +371,11 @@ NIVARO_API void REPLACE(char* result, nivaro_length result_length, const char* t
                         const char* old_text, const char* new_text, nivaro_length text_length,
                         nivaro_length old_length, nivaro_length new_length);
 NIVARO_API void REPLACEALL(char* result, nivaro_length result_length, const char* text,
-                           const char* old_text, const char* new_text,
-                           nivaro_length text_length, nivaro_length old_length,
-                           nivaro_length new_length);
+                           const char* old_text, const char* new_text, nivaro_length text_length,
+                           nivaro_length old_length, nivaro_length new_length);
 
-/* ---- Paths: "\" or "/" separates, a drive is a letter and ":", "\\" begins a network path ------- */
+/* ---- Paths: "\" or "/" separates, a drive is a letter and ":", "\\" begins a network path -------
+ */
 
 /* Extension with its dot; FILEEXT in lower case. */
 NIVARO_API void FILEEXT(char* result, nivaro_length result_length, const char* path,
@@ -411,13 +414,13 @@ NIVARO_API void REMOVEDOTDOT(char* result, nivaro_length result_length, const ch
                              nivaro_length path_length);
 /* A file name placed in a folder, unless it names a drive or network path itself. */
 NIVARO_API void ADDFOLDER(char* result, nivaro_length result_length, const char* folder,
-                          const char* file, nivaro_length folder_length,
-                          nivaro_length file_length);
+                          const char* file, nivaro_length folder_length, nivaro_length file_length);
 /* Another drive letter for a path that has one. */
 NIVARO_API void CHANGEDRIVE(char* path, const char* drive, nivaro_length path_length,
                             nivaro_length drive_length);
 
-/* ---- The end of a run --------------------------------------------------------------------------- */
+/* ---- The end of a run ---------------------------------------------------------------------------
+ */
 
 /* Closes all files, waits for Enter (not before start-up), and ends the process: exit code 1, or 0
  * before start-up. Does not return. */
