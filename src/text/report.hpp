@@ -9,12 +9,13 @@
 namespace nivaro {
 
 struct Report {
-  std::string line1;  // level word, number and text, whole, so that a search for the text finds it
-  std::string line2;
-  std::string line3;
-  std::string detail1;
-  std::string detail2;
-  std::string detail3;
+  // Level word, number and text, whole, so that a search for the text finds it.
+  std::string line1{};
+  std::string line2{};
+  std::string line3{};
+  std::string detail1{};
+  std::string detail2{};
+  std::string detail3{};
   int blankLines = 1;  // empty lines before it, as the message writer takes them
 };
 

@@ -1,0 +1,98 @@
+#include "text/command_line.hpp"
+
+#include <gtest/gtest.h>
+
+namespace nivaro {
+namespace {
+
+TEST(CommandLine, SplitsAtTheFirstSeparator) {
+  std::string line = "Morphology D50 == 0.2 == x ";
+  const auto split = commandLine(line, true);
+
+  ASSERT_TRUE(split);
+  EXPECT_EQ(split.value().command, "Morphology D50 ");
+  EXPECT_EQ(split.value().value, " 0.2 == x ");
+  EXPECT_FALSE(split.value().warning);
+  EXPECT_EQ(line, "Morphology D50 == 0.2 == x ");
+}
+
+TEST(CommandLine, TakesBlockKeywordsWithoutSeparator) {
+  const std::pair<std::string, bool> cases[] = {
+      {"end if", true},
+      {"Else", true},
+      {"else if x", false},
+      {"Else If x, end if", true},  // another keyword is enough
+      {"End 1D Domain ", true},
+      {"End 2D Domain", true},
+      {"End Define", true},
+      {"Interpolate Zpts", true},
+      {"Start 1D Domain", true},
+      {"Start 2D Domain", false},
+      {"stop", true},
+      {"Vorle Control File Auto", true},
+      {"Vorle Control File", false},
+      {"Write Check File All", true},
+      {"Write Check Files None", true},
+      {"Write Check File", false},
+      {"Output File None", true},
+      {"Output File Some", false},
+      {"Set D50 = 0.2", false},
+  };
+  for (const auto& [given, isBlock] : cases) {
+    std::string line = given;
+    const auto split = commandLine(line, true);
+    EXPECT_EQ(static_cast<bool>(split), isBlock) << given;
+    if (!split) continue;
+    EXPECT_EQ(split.value().command, line) << given;
+    EXPECT_EQ(split.value().value, "") << given;
+    EXPECT_FALSE(split.value().warning) << given;
+  }
+}
+
+TEST(CommandLine, ReportsAMissingSeparator) {
+  std::string line = "Set D50 0.2  ";
+  const auto lenient = commandLine(line, false);
+
+  EXPECT_EQ(line, "SET D50 0.2");
+  ASSERT_TRUE(lenient);
+  EXPECT_EQ(lenient.value().command, "SET D50 0.2");
+  EXPECT_EQ(lenient.value().value, "");
+  ASSERT_TRUE(lenient.value().warning);
+  EXPECT_EQ(lenient.value().warning->line1, "WARNING 0060 - Command line is missing \"==\". ");
+  EXPECT_EQ(lenient.value().warning->line2, "Problematic Line: SET D50 0.2");
+
+  const auto strict = commandLine(line, true);
+  ASSERT_FALSE(strict);
+  EXPECT_EQ(strict.report().line1, "ERROR 0060 - Command line is missing \"==\". ");
+  EXPECT_EQ(strict.report().line2, "Problematic Line: SET D50 0.2");
+}
+
+TEST(CheckLine, SplitsBySeparatorOrColumn) {
+  const struct {
+    std::string_view line, flag, separator;
+    std::int32_t column;
+    bool holdsFlag;
+    std::string_view command, value;
+  } cases[] = {
+      {"Grid Size: 5", "size", ": ", 0, true, "Grid Size", " 5"},
+      {"Grid Size: 5", "grid", "", 4, true, "Grid", " Size: 5"},
+      {"Grid Size 5", "size", ":", 0, true, "Grid Size 5", ""},   // all command
+      {"Grid Size 5", "size", ":", 4, false, "Grid", " Size 5"},  // the flag is in the value
+      {"Grid", "grid", "", 99, true, "Grid", ""},
+      {"Grid", "*", "", -1, false, "", "Grid"},
+      {": 5", "*", ":", 0, false, "", " 5"},  // the separator is there, the command is not
+      {"x: 5", "*  ", ":", 0, true, "x", " 5"},
+      {"   ", "*", ":", 0, true, "   ", ""},
+      {"   ", "*", ":", 2, false, "  ", " "},
+      {"Grid", "*", "", 0, true, "", "Grid"},
+  };
+  for (const auto& [line, flag, separator, column, holdsFlag, command, value] : cases) {
+    const CheckedLine checked = checkLine(line, flag, separator, column);
+    EXPECT_EQ(checked.holdsFlag, holdsFlag) << line << " / " << flag;
+    EXPECT_EQ(checked.command, command) << line;
+    EXPECT_EQ(checked.value, value) << line;
+  }
+}
+
+}  // namespace
+}  // namespace nivaro

@@ -1,0 +1,87 @@
+#include "text/keyword.hpp"
+
+#include <gtest/gtest.h>
+
+namespace nivaro {
+namespace {
+
+TEST(Keyword, IsFoundAnywhereInAnyCase) {
+  const struct {
+    std::string_view text, flag;
+    bool exists;
+  } cases[] = {
+      {"Read MI Zpts == x", "read mi zpts", true},
+      {"Read MID Zpts", "Read MI", true},
+      {"Read MID Zpts", "Read MI Zpts", false},
+      {"SET  D50", "set d50", false},  // blanks inside count
+      {"Set D50", "D50   ", true},     // trailing ones do not
+      {"BED CODE", " code", true},
+      {"BEDCODE", " code", false},  // leading ones do
+      {"Set", "Set D50", false},
+      {"anything", "  ", true},
+      {"M\xE9li\xE9", "m\xC9", false},  // no letter case outside the 26 letters
+      {"[", "{", false},                // neighbours of the letters have none either
+  };
+  for (const auto& [text, flag, exists] : cases) {
+    EXPECT_EQ(flagExists(text, flag), exists) << text << " / " << flag;
+  }
+}
+
+TEST(Keyword, GivesTheTextBehindIt) {
+  std::string_view rest = "old";
+
+  EXPECT_TRUE(flagExistsRet("Set Code Two code three  ", "CODE ", rest));
+  EXPECT_EQ(rest, " Two code three");
+  EXPECT_TRUE(flagExistsRet("Set Code", "CODE", rest));
+  EXPECT_EQ(rest, "");
+  rest = "old";
+  EXPECT_FALSE(flagExistsRet("Set", "CODE", rest));
+  EXPECT_EQ(rest, "");
+}
+
+TEST(Keyword, ComparesBareTexts) {
+  EXPECT_TRUE(asame("'abc'", " ABC"));
+  EXPECT_FALSE(asameCs("'abc'", " ABC"));
+  EXPECT_TRUE(asameCs(" \"a\tbc\" ", "abc"));
+  EXPECT_TRUE(asame("' a '", "A"));  // blanks that quotes had covered go too
+  EXPECT_FALSE(asame("a b", "ab"));
+  EXPECT_TRUE(asame("''", "   "));
+}
+
+TEST(Keyword, KnowsCommandsThatReadAndWriteLayers) {
+  EXPECT_TRUE(readGis("READ GIS Zpts ", "zpts  "));
+  EXPECT_TRUE(readGis("Read MI Zpts", "Zpts"));
+  EXPECT_FALSE(readGis("Read MID Zpts", "Zpts"));
+  EXPECT_TRUE(writeGis("Write MI Check", "check"));
+  EXPECT_FALSE(writeGis("Read MI Check", "check"));
+  EXPECT_TRUE(readRowCol("Read RowCol D50", "d50"));
+  EXPECT_TRUE(readRowCol("Read MID D50", "d50"));
+  EXPECT_FALSE(readRowCol("Read MI D50", "d50"));
+  EXPECT_TRUE(readGisAny("Read MID D50"));
+  EXPECT_FALSE(readRowColAny("Read MI D50"));
+  EXPECT_TRUE(readRowColAny("read rowcol"));
+}
+
+TEST(Keyword, TellsNumbersFromWords) {
+  const std::pair<std::string, bool> lines[] = {
+      {"  -3 4", true}, {".5", true},  {"7", true},  {"   ", true},
+      {"", true},       {"+3", false}, {"a", false}, {"\t3", false},
+  };
+  for (const auto& [given, isNumber] : lines) {
+    std::string line = given;
+    EXPECT_EQ(numberLine(line), isNumber) << given;
+    EXPECT_FALSE(line.starts_with(' ')) << given;
+  }
+
+  const std::pair<std::string, bool> texts[] = {
+      {" 012 ", true}, {"1.0", false}, {"-1", false}, {"1 2", false}, {"  ", false},
+  };
+  for (const auto& [given, isInteger] : texts) {
+    std::string text = given;
+    EXPECT_EQ(positiveIntegerNumber(text), isInteger) << given;
+    EXPECT_FALSE(text.starts_with(' ')) << given;
+  }
+}
+
+}  // namespace
+}  // namespace nivaro
