@@ -2,8 +2,9 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
-#include <string>
+#include <optional>
 #include <string_view>
 
 #include "files/termination.hpp"
@@ -20,7 +21,7 @@ class FileUnits {
   FileUnits(Console& console, Process& process, UnitTable& units, Termination& termination);
 
   // All slots free, files left open are forgotten, not closed; prompt and exit code at the end of
-  // the run are switched on.
+  // the run are switched on. A base below 9 is raised to 9: lower numbers are for hosts.
   void initFileUnits(std::int32_t base);
 
   // Opens `name` on the lowest free unit, in conversation with the person at the console until it
@@ -29,7 +30,7 @@ class FileUnits {
   std::int32_t openFile(std::string_view name, std::string_view mode, std::int32_t recordLength);
 
   // Closes a pool unit that is in use, says so, and sets the caller's variable to 0. Any other
-  // number is left alone. A failed write at closing ends nothing: see Unit::close.
+  // number is left alone. Data that could not be written are reported, but end nothing.
   void closeFile(std::int32_t& unit);
 
   // Every unit in use, lowest first, without a word and without freeing the slots: for the end of
@@ -40,6 +41,11 @@ class FileUnits {
   Unit* find(std::int32_t unit) { return units_.find(unit); }
 
  private:
+  std::int32_t numberOf(std::size_t slot) const;
+  std::optional<std::size_t> slotInUse(std::int32_t unit) const;
+  bool closeReporting(std::int32_t unit);
+  [[noreturn]] void endForBlankName();
+
   Console& console_;
   Process& process_;
   UnitTable& units_;

@@ -13,7 +13,8 @@ class Console {
   // Text and a line end; ends a line that was left open.
   virtual void line(std::string_view text) = 0;
 
-  // Text without a line end, shown at once, so that a question or an outcome can follow on the line.
+  // Text without a line end, shown at once, so that a question or an outcome can follow on the
+  // line.
   virtual void open(std::string_view text) = 0;
 
   // One line of standard input without its end; false when standard input has ended.

@@ -1,5 +1,6 @@
 // Numbers in columns, as fixed-format output writes them: right-aligned, correctly rounded from the
-// exact binary value, asterisks where the number does not fit. Never through the C locale.
+// exact binary value (a tie goes to the even digit), asterisks where the number does not fit. The
+// C locale plays no part.
 #pragma once
 
 #include <cstdint>
@@ -7,11 +8,13 @@
 
 namespace nivaro {
 
-// `value` with `decimals` decimals in `width` columns. Zero decimals end in a point. The leading
-// zero of a number below 1 is kept when it fits and dropped when only that makes the number fit
-// (0.4 in 4 columns with 3 decimals is ".400"). A negative value that rounds to zero keeps its sign.
-// Not-a-number is "NaN"; infinity is "Inf", or "Infinity" from 8 columns on, with "-" before a
-// negative one ("+" is written where a column is left for it); asterisks where even that is too wide.
+// `value` with `decimals` decimals in `width` columns.
+// - Zero decimals end in a point.
+// - The leading zero of a number below 1 is dropped where only that makes it fit: 0.4 in 4 columns
+//   with 3 decimals is ".400".
+// - A negative value that rounds to zero keeps its sign, and so does a negative zero.
+// - Not-a-number is "NaN". Infinity is the longest of "+Infinity", "Infinity", "+Inf" and "Inf"
+//   that fits; minus infinity is "-Infinity" or "-Inf".
 std::string fixedField(double value, int width, int decimals);
 
 // `value` in `width` columns, padded with zeros to at least `minDigits` digits.

@@ -1,5 +1,5 @@
-// Views of grid arrays that the host owns: n cells along the first index, which varies fastest, by m
-// along the second, both counted from 1.
+// Views of grid arrays that the host owns: n cells along the first index, which varies fastest, by
+// m along the second, both counted from 1.
 #pragma once
 
 #include <cassert>

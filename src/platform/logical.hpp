@@ -7,7 +7,11 @@ namespace nivaro {
 
 using Logical = std::int32_t;
 
-constexpr bool isTrue(Logical value) { return (value & 1) != 0; }
-constexpr Logical logical(bool value) { return value ? -1 : 0; }
+constexpr bool isTrue(Logical value) {
+  return (value & 1) != 0;
+}
+constexpr Logical logical(bool value) {
+  return value ? -1 : 0;
+}
 
 }  // namespace nivaro

@@ -10,9 +10,12 @@
 
 namespace nivaro {
 
+// Its end writes and closes all files that are still open, so that they are whole after a normal
+// end of the process without any call.
 class UnitTable {
  public:
-  // Opens a file on a number, closing what was open on it. Empty on success, else the reason.
+  // Opens a file on a number, closing what was open on it. Empty on success, else the reason. Where
+  // the file is open on another number too, what that one has written can be read here.
   std::string open(std::int32_t number, const std::string& path, const OpenOptions& options);
 
   // False when the unit's buffered data could not be written. A number without a file is fine.
@@ -25,7 +28,7 @@ class UnitTable {
   // The number on which this very file (not only this spelling of its name) is open.
   std::optional<std::int32_t> numberOf(const std::string& path) const;
 
-  // Write what is buffered in every unit; called when the process ends on its own.
+  // Write what is buffered in every unit.
   void flushAll();
 
  private:

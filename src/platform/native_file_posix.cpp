@@ -1,0 +1,111 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+
+#include "platform/native_file.hpp"
+
+namespace nivaro {
+namespace {
+
+using Action = OpenOptions::Action;
+using Status = OpenOptions::Status;
+
+std::string reason(int error) {
+  return std::generic_category().message(error);
+}
+
+int openFlags(const OpenOptions& options) {
+  int flags = O_CLOEXEC | O_NOCTTY;
+  flags |= options.action == Action::Read    ? O_RDONLY
+           : options.action == Action::Write ? O_WRONLY
+                                             : O_RDWR;
+  if (options.status != Status::Old) flags |= O_CREAT;
+  if (options.status == Status::Replace) flags |= O_TRUNC;
+  return flags;
+}
+
+// A host that was started without standard streams leaves their numbers free. A file that got one
+// of them would take up what the host means for the screen.
+int aboveStandardStreams(int descriptor) {
+  if (descriptor < 0 || descriptor > STDERR_FILENO) return descriptor;
+  const int moved = ::fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  const int error = errno;
+  ::close(descriptor);
+  errno = error;
+  return moved;
+}
+
+}  // namespace
+
+NativeFile::~NativeFile() {
+  close();
+}
+
+std::string NativeFile::open(const std::string& path, const OpenOptions& options) {
+  if (std::string problem = close(); !problem.empty()) return problem;
+
+  constexpr mode_t everyoneAsTheUserAllows = 0666;
+  const int opened = ::open(path.c_str(), openFlags(options), everyoneAsTheUserAllows);
+  const int descriptor = aboveStandardStreams(opened);
+  if (descriptor < 0) return reason(errno);
+
+  struct stat status;
+  if (::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
+    ::close(descriptor);
+    return reason(EISDIR);
+  }
+  descriptor_ = descriptor;
+  return {};
+}
+
+std::string NativeFile::close() {
+  if (!isOpen()) return {};
+  const int result = ::close(descriptor_);
+  descriptor_ = -1;  // closed even where the system reports that the last data were lost
+  return result == 0 ? std::string() : reason(errno);
+}
+
+bool NativeFile::isFile(const std::string& path) const {
+  struct stat here;
+  struct stat there;
+  return isOpen() && ::fstat(descriptor_, &here) == 0 && ::stat(path.c_str(), &there) == 0 &&
+         here.st_dev == there.st_dev && here.st_ino == there.st_ino;
+}
+
+std::optional<std::size_t> NativeFile::read(std::span<char> bytes) {
+  for (;;) {
+    const ssize_t count = ::read(descriptor_, bytes.data(), bytes.size());
+    if (count >= 0) return static_cast<std::size_t>(count);
+    if (errno != EINTR) return std::nullopt;
+  }
+}
+
+std::string NativeFile::write(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(descriptor_, bytes.data(), bytes.size());
+    if (count >= 0)
+      bytes.remove_prefix(static_cast<std::size_t>(count));
+    else if (errno != EINTR)
+      return reason(errno);
+  }
+  return {};
+}
+
+bool NativeFile::seek(std::uint64_t offset) {
+  return ::lseek(descriptor_, static_cast<off_t>(offset), SEEK_SET) >= 0;
+}
+
+std::optional<std::uint64_t> NativeFile::seekEnd() {
+  const off_t end = ::lseek(descriptor_, 0, SEEK_END);
+  if (end < 0) return std::nullopt;
+  return static_cast<std::uint64_t>(end);
+}
+
+std::string_view lineEnd() {
+  return "\n";
+}
+
+}  // namespace nivaro
