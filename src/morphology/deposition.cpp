@@ -1,0 +1,35 @@
+#include "morphology/deposition.hpp"
+
+#include <cmath>
+
+#include "morphology/clamp.hpp"
+
+namespace nivaro {
+namespace {
+
+constexpr double kSmallestDischarge = 0.000001;  // m2/s, so that still water has a concentration
+constexpr double kLargestExponent = 10.0;        // beyond it the cell keeps all that can settle
+
+}  // namespace
+
+// With inflow qi, equilibrium qe and mean discharge Q per unit width:
+//
+//   c = qi / Q,   alpha = (1 - (qe / qi)^0.2) K c ws / (qi - qe),   D = (1 - e^(-alpha dx)) (qi -
+//   qe)
+Deposition deposition(const Settling& cell, double cellSize, double fallVelocity,
+                      double concentrationFactor) {
+  double discharge = 0.5 * (cell.inVelocity * cell.inDepth + cell.outVelocity * cell.outDepth);
+  if (discharge <= kSmallestDischarge) discharge = kSmallestDischarge;
+
+  const double excess = cell.inflow - cell.equilibrium;
+  Deposition result;
+  result.concentration = cell.inflow / discharge;
+  result.adaptation = (1.0 - std::pow(cell.equilibrium / cell.inflow, 0.2)) *
+                      (result.concentration * concentrationFactor) * fallVelocity / excess;
+  const double exponent =
+      clamped(-result.adaptation * cellSize, -kLargestExponent, kLargestExponent);
+  result.deposited = (1.0 - std::exp(exponent)) * excess;
+  return result;
+}
+
+}  // namespace nivaro

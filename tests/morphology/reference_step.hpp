@@ -1,0 +1,12 @@
+// The morphology step written down as plainly as it is described: eight capacities per cell, no
+// buffers, nothing shared with the library but the views and the capacity function. It judges the
+// library bit by bit.
+#pragma once
+
+#include "morphology/fields.hpp"
+
+namespace nivaro::reference {
+
+void step(const StepInput& in, const Area& area);
+
+}  // namespace nivaro::reference
