@@ -11,9 +11,9 @@ target_compile_options(nivaro_options INTERFACE
 # folders of docs/architecture.md; scripts/check_layers.py compares the includes with that table.
 function(nivaro_floor name)
   cmake_parse_arguments(FLOOR "" "" "SOURCES;USES" ${ARGN})
-  add_library(nivaro_${name} STATIC ${FLOOR_SOURCES})
-  list(TRANSFORM FLOOR_USES PREPEND nivaro_)
-  target_link_libraries(nivaro_${name} PUBLIC nivaro_options ${FLOOR_USES})
+  add_library(floor_${name} STATIC ${FLOOR_SOURCES})
+  list(TRANSFORM FLOOR_USES PREPEND floor_)
+  target_link_libraries(floor_${name} PUBLIC nivaro_options ${FLOOR_USES})
 endfunction()
 
 # The unit tests of one floor: one program, every test of it known to ctest by name.
@@ -21,7 +21,9 @@ function(nivaro_unit_tests name)
   cmake_parse_arguments(UNIT "" "" "SOURCES" ${ARGN})
   add_executable(${name}_test ${UNIT_SOURCES})
   target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  target_link_libraries(${name}_test PRIVATE nivaro_${name} GTest::gmock_main)
+  # Tests are read and built more often than they run.
+  target_compile_options(${name}_test PRIVATE -O1)
+  target_link_libraries(${name}_test PRIVATE floor_${name} GTest::gmock_main)
   gtest_discover_tests(${name}_test TEST_PREFIX ${name}. PROPERTIES LABELS unit
                        DISCOVERY_TIMEOUT 60)
 endfunction()

@@ -44,8 +44,12 @@
 #define NIVARO_API __attribute__((visibility("default")))
 #endif
 
+/* No C++ exception crosses into the host. */
 #ifdef __cplusplus
+#define NIVARO_NOEXCEPT noexcept
 extern "C" {
+#else
+#define NIVARO_NOEXCEPT
 #endif
 
 typedef int32_t nivaro_logical; /* true is -1, false is 0, the lowest bit counts */
@@ -110,16 +114,17 @@ NIVARO_API void QVMOR_INITIALISE_S1(
     const nivaro_logical* projection_error, nivaro_length simulation_name_length,
     nivaro_length output_prefix_length, nivaro_length log_prefix_length,
     nivaro_length table_extension_length, nivaro_length check_layer_prefix_length,
-    nivaro_length check_layer_header_source_length, nivaro_length host_projection_length);
+    nivaro_length check_layer_header_source_length,
+    nivaro_length host_projection_length) NIVARO_NOEXCEPT;
 
 /* Settings of the dataset. `time_code_switch` 0 or less: times are written as given (hours by
- * custom); 1 or more: time / 1000 + 100 * offset. A `flag_depth_threshold` above 0 flags a cell
- * only where its two depth terms together exceed it. `num_data` values and `num_cells` flags make
- * a time record, summed over all domains. */
+ * custom) NIVARO_NOEXCEPT; 1 or more: time / 1000 + 100 * offset. A `flag_depth_threshold` above 0
+ * flags a cell only where its two depth terms together exceed it. `num_data` values and `num_cells`
+ * flags make a time record, summed over all domains. */
 NIVARO_API void QVMOR_INITIALISE_S2(const int32_t* time_code_switch,
                                     const double* flag_depth_threshold, const int32_t* unused3,
                                     const int32_t* unused4, const int32_t* num_data,
-                                    const int32_t* num_cells);
+                                    const int32_t* num_cells) NIVARO_NOEXCEPT;
 
 /* Reserves the fields of domain 1 to 100 in the host's work arrays: twelve stretches of n * m reals
  * and one of n * m integers, or of one element each where morphology is not active. The positions
@@ -127,7 +132,7 @@ NIVARO_API void QVMOR_INITIALISE_S2(const int32_t* time_code_switch,
 NIVARO_API void QVMOR_SETUP_S2(const nivaro_logical* active, const int32_t* domain,
                                const int32_t* n, const int32_t* m, const int32_t* unused5,
                                const int32_t* unused6, int32_t* next_real_position,
-                               int32_t* next_integer_position);
+                               int32_t* next_integer_position) NIVARO_NOEXCEPT;
 
 /* Reads the morphology control file (.mcf) for one domain, after setting every option and every
  * cell to its default. The work arrays must extend past the domain's reservation. The call for
@@ -143,10 +148,11 @@ NIVARO_API void QVMOR_RDINPF(const char* control_file, const int32_t* domain,
                              const double* dx, const double* dy, const double* angle,
                              const double* x0, const double* y0, double* real_work,
                              int32_t* integer_work, const void* unused19, const void* unused20,
-                             const void* unused21, nivaro_length control_file_length);
+                             const void* unused21,
+                             nivaro_length control_file_length) NIVARO_NOEXCEPT;
 
 /* Makes the options of `domain` the current ones. */
-NIVARO_API void QVMOR_INIT_2D_DOMAIN(const int32_t* domain);
+NIVARO_API void QVMOR_INIT_2D_DOMAIN(const int32_t* domain) NIVARO_NOEXCEPT;
 
 /* One morphology call for one domain, with the options made current before.
  *   smoothing_flag       confine bed activity codes to the area, lower bed limits to the bed,
@@ -175,14 +181,14 @@ NIVARO_API void QVMORPHOLOGY(
     const double* raise_factor, const void* unused26, const void* unused27, const void* unused28,
     const void* unused29, const void* unused30, const void* unused31, const void* unused32,
     double* real_work, int32_t* integer_work, const void* unused35, const void* unused36,
-    const void* unused37, const int32_t* domain);
+    const void* unused37, const int32_t* domain) NIVARO_NOEXCEPT;
 
 /* ---- Bed change dataset (SMS binary scalar) ---------------------------------------------------
  */
 
 /* Header of the dataset, once. The name shown is "DELH " and the 35 characters of `name`; no hidden
  * length is read. */
-NIVARO_API void QVMOR_WRSMSF_WRITE_HEADER(const char* name);
+NIVARO_API void QVMOR_WRSMSF_WRITE_HEADER(const char* name) NIVARO_NOEXCEPT;
 
 /* Cell flags of one domain at an output time; domain 1 begins the time record, the last domain pads
  * to the announced number. Cells are walked with i in the outer and j in the inner loop; a cell
@@ -194,20 +200,23 @@ NIVARO_API void QVMOR_WRSMSF_DAT_FLAGS(const int32_t* domain, const int32_t* las
                                        const double* depth_term2, const int32_t* nx,
                                        const void* unused11, const int32_t* first_i,
                                        const int32_t* first_j, const int32_t* last_i,
-                                       const int32_t* last_j);
+                                       const int32_t* last_j) NIVARO_NOEXCEPT;
 
 /* Bed change of the latest step at the corners (point_i, point_j) of one domain, after the flags of
  * all domains; the last domain pads and completes the time record. `point_counts` is indexed by
  * domain. With `write_values` false the domain's points are zeros. The range needs one cell of the
  * grid to spare on each side. */
-NIVARO_API void QVMOR_WRSMSF_DAT_RESULTS(
-    const int32_t* domain, const int32_t* last_domain, const int32_t* point_counts,
-    const void* unused4, const nivaro_logical* write_values, const int32_t* nx, const void* unused7,
-    const int32_t* first_i, const int32_t* first_j, const int32_t* last_i, const int32_t* last_j,
-    const int32_t* point_i, const int32_t* point_j, const void* unused14, double* real_work);
+NIVARO_API void QVMOR_WRSMSF_DAT_RESULTS(const int32_t* domain, const int32_t* last_domain,
+                                         const int32_t* point_counts, const void* unused4,
+                                         const nivaro_logical* write_values, const int32_t* nx,
+                                         const void* unused7, const int32_t* first_i,
+                                         const int32_t* first_j, const int32_t* last_i,
+                                         const int32_t* last_j, const int32_t* point_i,
+                                         const int32_t* point_j, const void* unused14,
+                                         double* real_work) NIVARO_NOEXCEPT;
 
 /* End card of the dataset. The file stays open until the process ends. */
-NIVARO_API void QVMOR_WRSMSF_CLOSE(void);
+NIVARO_API void QVMOR_WRSMSF_CLOSE(void) NIVARO_NOEXCEPT;
 
 /* ---- Messages ---------------------------------------------------------------------------------
  */
@@ -215,216 +224,232 @@ NIVARO_API void QVMOR_WRSMSF_CLOSE(void);
 /* Write the message held in DMESSAGES, with a location or without one, and clear it. `blank_lines`
  * 0 or more: as many empty lines, then the message, on screen and log; -1: log only; less: neither;
  * -99 (DMESSAGEXY): the messages layer only. */
-NIVARO_API void DMESSAGEXY(const int32_t* blank_lines, const double* x, const double* y);
-NIVARO_API void DMESSAGE(const int32_t* blank_lines);
-NIVARO_API void DMESSAGECLEAR(void);
-NIVARO_API void DMESSAGERESETCOUNTERS(void);
+NIVARO_API void DMESSAGEXY(const int32_t* blank_lines, const double* x,
+                           const double* y) NIVARO_NOEXCEPT;
+NIVARO_API void DMESSAGE(const int32_t* blank_lines) NIVARO_NOEXCEPT;
+NIVARO_API void DMESSAGECLEAR(void) NIVARO_NOEXCEPT;
+NIVARO_API void DMESSAGERESETCOUNTERS(void) NIVARO_NOEXCEPT;
 /* An empty line and a rule of 80 underscores, on the screen and on a unit of 1 or more. */
-NIVARO_API void DLINE(const int32_t* unit);
+NIVARO_API void DLINE(const int32_t* unit) NIVARO_NOEXCEPT;
 
 /* ---- Control lines ----------------------------------------------------------------------------
  */
 
 /* Reads a line of a module unit, without tabs and comments, variables replaced. True when it holds
  * a command. End of file and read errors end the run. */
-NIVARO_API nivaro_logical READLINE(const int32_t* unit, char* line, nivaro_length line_length);
+NIVARO_API nivaro_logical READLINE(const int32_t* unit, char* line,
+                                   nivaro_length line_length) NIVARO_NOEXCEPT;
 /* True for a comment or blank line; cuts the comment off and replaces variables in any case. */
-NIVARO_API nivaro_logical COMMENTLINE(char* line, nivaro_length line_length);
+NIVARO_API nivaro_logical COMMENTLINE(char* line, nivaro_length line_length) NIVARO_NOEXCEPT;
 /* Reads one item of the next record; true when there is none. Uses the record up. */
 NIVARO_API nivaro_logical EOFLINEREAD(const int32_t* unit, char* buffer,
-                                      nivaro_length buffer_length);
+                                      nivaro_length buffer_length) NIVARO_NOEXCEPT;
 /* Splits a line at "==" into command and value. */
 NIVARO_API nivaro_logical COMMANDLINE(char* line, char* value, char* command,
                                       nivaro_length line_length, nivaro_length value_length,
-                                      nivaro_length command_length);
+                                      nivaro_length command_length) NIVARO_NOEXCEPT;
 /* The same at any separator, or at a column; true when the command contains the flag ("*": any). */
 NIVARO_API nivaro_logical CHECKLINE(const char* line, const char* flag, const char* separator,
                                     const int32_t* column, char* value, char* command,
                                     nivaro_length line_length, nivaro_length flag_length,
                                     nivaro_length separator_length, nivaro_length value_length,
-                                    nivaro_length command_length);
+                                    nivaro_length command_length) NIVARO_NOEXCEPT;
 /* Containment in any letter case; the second form also returns the text behind the flag. */
 NIVARO_API nivaro_logical FLAGEXISTS(const char* text, const char* flag, nivaro_length text_length,
-                                     nivaro_length flag_length);
+                                     nivaro_length flag_length) NIVARO_NOEXCEPT;
 NIVARO_API nivaro_logical FLAGEXISTSRET(const char* text, const char* flag, char* rest,
                                         nivaro_length text_length, nivaro_length flag_length,
-                                        nivaro_length rest_length);
+                                        nivaro_length rest_length) NIVARO_NOEXCEPT;
 /* Same text but for letter case, quotes, tabs and surrounding blanks; CS: letter case counts. */
 NIVARO_API nivaro_logical ASAME(const char* a, const char* b, nivaro_length a_length,
-                                nivaro_length b_length);
+                                nivaro_length b_length) NIVARO_NOEXCEPT;
 NIVARO_API nivaro_logical ASAMECS(const char* a, const char* b, nivaro_length a_length,
-                                  nivaro_length b_length);
+                                  nivaro_length b_length) NIVARO_NOEXCEPT;
 /* The command contains "Read MI " or "Read GIS " (WRITEGIS: "Write ..."; READROWCOL: "Read MID " or
  * "Read RowCol ") and the keyword; ANY: with any keyword or none. */
 NIVARO_API nivaro_logical READGIS(const char* command, const char* keyword,
-                                  nivaro_length command_length, nivaro_length keyword_length);
+                                  nivaro_length command_length,
+                                  nivaro_length keyword_length) NIVARO_NOEXCEPT;
 NIVARO_API nivaro_logical WRITEGIS(const char* command, const char* keyword,
-                                   nivaro_length command_length, nivaro_length keyword_length);
+                                   nivaro_length command_length,
+                                   nivaro_length keyword_length) NIVARO_NOEXCEPT;
 NIVARO_API nivaro_logical READROWCOL(const char* command, const char* keyword,
-                                     nivaro_length command_length, nivaro_length keyword_length);
-NIVARO_API nivaro_logical READGISANY(const char* command, nivaro_length command_length);
-NIVARO_API nivaro_logical READROWCOLANY(const char* command, nivaro_length command_length);
+                                     nivaro_length command_length,
+                                     nivaro_length keyword_length) NIVARO_NOEXCEPT;
+NIVARO_API nivaro_logical READGISANY(const char* command,
+                                     nivaro_length command_length) NIVARO_NOEXCEPT;
+NIVARO_API nivaro_logical READROWCOLANY(const char* command,
+                                        nivaro_length command_length) NIVARO_NOEXCEPT;
 /* The line, left-adjusted in place, starts like a number or is blank. */
-NIVARO_API nivaro_logical NUMBERLINE(char* line, nivaro_length line_length);
+NIVARO_API nivaro_logical NUMBERLINE(char* line, nivaro_length line_length) NIVARO_NOEXCEPT;
 /* The text, left-adjusted in place, is all digits. */
-NIVARO_API nivaro_logical POSITIVEINTEGERNUMBER(char* text, nivaro_length text_length);
+NIVARO_API nivaro_logical POSITIVEINTEGERNUMBER(char* text,
+                                                nivaro_length text_length) NIVARO_NOEXCEPT;
 NIVARO_API void REMOVEQUOTES(char* result, nivaro_length result_length, const char* text,
-                             nivaro_length text_length);
+                             nivaro_length text_length) NIVARO_NOEXCEPT;
 NIVARO_API void REMOVESPACES(char* result, nivaro_length result_length, const char* text,
-                             nivaro_length text_length);
+                             nivaro_length text_length) NIVARO_NOEXCEPT;
 
 /* ---- Values from text -------------------------------------------------------------------------
  */
 
 /* Item `column` of the comma-separated list behind `key` and "=". `lowered_line` is the line in
- * lower case. A missing item gives the default (a blank text); one that does not convert, and a key
- * without "=", end the run. */
+ * lower case. A missing item gives the default (a blank text) NIVARO_NOEXCEPT; one that does not
+ * convert, and a key without "=", end the run. */
 NIVARO_API int32_t EXTRACTINTEGER(const char* line, const char* lowered_line, const char* key,
                                   const int32_t* column, const int32_t* default_value,
                                   nivaro_length line_length, nivaro_length lowered_line_length,
-                                  nivaro_length key_length);
+                                  nivaro_length key_length) NIVARO_NOEXCEPT;
 NIVARO_API double EXTRACTREAL(const char* line, const char* lowered_line, const char* key,
                               const int32_t* column, const double* default_value,
                               nivaro_length line_length, nivaro_length lowered_line_length,
-                              nivaro_length key_length);
+                              nivaro_length key_length) NIVARO_NOEXCEPT;
 NIVARO_API void EXTRACTSTRING(char* result, nivaro_length result_length, const char* line,
                               const char* lowered_line, const char* key, const int32_t* column,
                               nivaro_length line_length, nivaro_length lowered_line_length,
-                              nivaro_length key_length);
+                              nivaro_length key_length) NIVARO_NOEXCEPT;
 /* All items behind the key. */
 NIVARO_API void EXTRACTSTRINGREM(char* result, nivaro_length result_length, const char* line,
                                  const char* lowered_line, const char* key, const int32_t* column,
                                  nivaro_length line_length, nivaro_length lowered_line_length,
-                                 nivaro_length key_length);
+                                 nivaro_length key_length) NIVARO_NOEXCEPT;
 /* Position of a named field in a header line; the column is left alone when it is not there. */
 NIVARO_API nivaro_logical CSVCOLUMN(const char* header, const char* name, int32_t* column,
-                                    nivaro_length header_length, nivaro_length name_length);
+                                    nivaro_length header_length,
+                                    nivaro_length name_length) NIVARO_NOEXCEPT;
 /* Real value of a field: 0 when read, -1 when the field is blank or missing, above 0 when it is no
  * number; the value is left alone then. */
 NIVARO_API int32_t CSVVALUE(const char* line, const int32_t* column, double* value,
-                            nivaro_length line_length);
+                            nivaro_length line_length) NIVARO_NOEXCEPT;
 NIVARO_API int32_t NUMBEROFSUBSTRINGS(char* text, const char* separator, nivaro_length text_length,
-                                      nivaro_length separator_length);
+                                      nivaro_length separator_length) NIVARO_NOEXCEPT;
 NIVARO_API void SUBSTRING(char* result, nivaro_length result_length, const char* text,
                           const char* separator, const int32_t* index, nivaro_length text_length,
-                          nivaro_length separator_length);
+                          nivaro_length separator_length) NIVARO_NOEXCEPT;
 /* Numbers in a line; negative when a stray character ends the count. */
-NIVARO_API int32_t NUMBEROFNUMBERS(const char* line, nivaro_length line_length);
+NIVARO_API int32_t NUMBEROFNUMBERS(const char* line, nivaro_length line_length) NIVARO_NOEXCEPT;
 /* Day number of YYYYMMDD in 365-day years, 1 on 1 January 2000; -1 on a bad date. */
-NIVARO_API int32_t NUMBEROFDAYS(const char* date, nivaro_length date_length);
+NIVARO_API int32_t NUMBEROFDAYS(const char* date, nivaro_length date_length) NIVARO_NOEXCEPT;
 /* The text reads as a number, which is returned in the second argument. */
-NIVARO_API nivaro_logical CHECKREAL(const char* text, double* value, nivaro_length text_length);
-NIVARO_API nivaro_logical CHECKINT4(const char* text, int32_t* value, nivaro_length text_length);
+NIVARO_API nivaro_logical CHECKREAL(const char* text, double* value,
+                                    nivaro_length text_length) NIVARO_NOEXCEPT;
+NIVARO_API nivaro_logical CHECKINT4(const char* text, int32_t* value,
+                                    nivaro_length text_length) NIVARO_NOEXCEPT;
 
 /* ---- Numbers to text: 20 characters, left-aligned ---------------------------------------------
  */
 
-NIVARO_API void AINTEGER(char* result, nivaro_length result_length, const int32_t* value);
-NIVARO_API void AINTEGER8(char* result, nivaro_length result_length, const int64_t* value);
+NIVARO_API void AINTEGER(char* result, nivaro_length result_length,
+                         const int32_t* value) NIVARO_NOEXCEPT;
+NIVARO_API void AINTEGER8(char* result, nivaro_length result_length,
+                          const int64_t* value) NIVARO_NOEXCEPT;
 /* PREC0: padded with zeros to `digits` digits (AREALDPREC0: `width` characters) when not negative.
  */
 NIVARO_API void AINTEGERPREC0(char* result, nivaro_length result_length, const int32_t* value,
-                              const int32_t* digits);
+                              const int32_t* digits) NIVARO_NOEXCEPT;
 NIVARO_API void AINTEGER8PREC0(char* result, nivaro_length result_length, const int64_t* value,
-                               const int32_t* digits);
+                               const int32_t* digits) NIVARO_NOEXCEPT;
 /* As many decimals as the magnitude calls for, without trailing zeros; AREAL8 with more. */
-NIVARO_API void AREAL(char* result, nivaro_length result_length, const double* value);
-NIVARO_API void AREAL8(char* result, nivaro_length result_length, const double* value);
+NIVARO_API void AREAL(char* result, nivaro_length result_length,
+                      const double* value) NIVARO_NOEXCEPT;
+NIVARO_API void AREAL8(char* result, nivaro_length result_length,
+                       const double* value) NIVARO_NOEXCEPT;
 /* A given number of decimals; AREALD4 takes a 4-byte real. */
 NIVARO_API void AREALD(char* result, nivaro_length result_length, const double* value,
-                       const int32_t* decimals);
+                       const int32_t* decimals) NIVARO_NOEXCEPT;
 NIVARO_API void AREALD4(char* result, nivaro_length result_length, const float* value,
-                        const int32_t* decimals);
+                        const int32_t* decimals) NIVARO_NOEXCEPT;
 NIVARO_API void AREALD8(char* result, nivaro_length result_length, const double* value,
-                        const int32_t* decimals);
+                        const int32_t* decimals) NIVARO_NOEXCEPT;
 NIVARO_API void AREALDPREC0(char* result, nivaro_length result_length, const double* value,
-                            const int32_t* decimals, const int32_t* width);
+                            const int32_t* decimals, const int32_t* width) NIVARO_NOEXCEPT;
 
 /* ---- Text transformations ---------------------------------------------------------------------
  */
 
 NIVARO_API void TRIMF(char* result, nivaro_length result_length, const char* text,
-                      nivaro_length text_length);
+                      nivaro_length text_length) NIVARO_NOEXCEPT;
 NIVARO_API void UPPERCASE(char* result, nivaro_length result_length, const char* text,
-                          nivaro_length text_length);
+                          nivaro_length text_length) NIVARO_NOEXCEPT;
 NIVARO_API void LOWERCASE(char* result, nivaro_length result_length, const char* text,
-                          nivaro_length text_length);
+                          nivaro_length text_length) NIVARO_NOEXCEPT;
 NIVARO_API void DOUBLEQUOTE(char* result, nivaro_length result_length, const char* text,
-                            nivaro_length text_length);
+                            nivaro_length text_length) NIVARO_NOEXCEPT;
 /* Blanks become underscores; a blank text becomes "Blank". */
 NIVARO_API void SPACETOUNDERSCORE(char* result, nivaro_length result_length, const char* text,
-                                  nivaro_length text_length);
+                                  nivaro_length text_length) NIVARO_NOEXCEPT;
 /* Anything but letters and digits replaced, or dropped when the replacement has code 0. */
 NIVARO_API void ALPHANUMERICONLY(char* result, nivaro_length result_length, const char* text,
                                  const char* replacement, nivaro_length text_length,
-                                 nivaro_length replacement_length);
+                                 nivaro_length replacement_length) NIVARO_NOEXCEPT;
 NIVARO_API void CLEANATTRIBUTENAME(char* result, nivaro_length result_length, const char* text,
-                                   nivaro_length text_length);
+                                   nivaro_length text_length) NIVARO_NOEXCEPT;
 /* Removes tabs in place; true when the text is then blank. */
-NIVARO_API nivaro_logical BLANK(char* text, nivaro_length text_length);
+NIVARO_API nivaro_logical BLANK(char* text, nivaro_length text_length) NIVARO_NOEXCEPT;
 NIVARO_API void SS256(char* result, nivaro_length result_length, const char* text,
-                      nivaro_length text_length);
+                      nivaro_length text_length) NIVARO_NOEXCEPT;
 /* Length without trailing blanks and codes of 0; puts a code of 0 behind it where there is room. */
-NIVARO_API int32_t LENSL(char* text, nivaro_length text_length);
+NIVARO_API int32_t LENSL(char* text, nivaro_length text_length) NIVARO_NOEXCEPT;
 /* First, or every, occurrence of `old_text` in any letter case replaced. */
 NIVARO_API void REPLACE(char* result, nivaro_length result_length, const char* text,
                         const char* old_text, const char* new_text, nivaro_length text_length,
-                        nivaro_length old_length, nivaro_length new_length);
+                        nivaro_length old_length, nivaro_length new_length) NIVARO_NOEXCEPT;
 NIVARO_API void REPLACEALL(char* result, nivaro_length result_length, const char* text,
                            const char* old_text, const char* new_text, nivaro_length text_length,
-                           nivaro_length old_length, nivaro_length new_length);
+                           nivaro_length old_length, nivaro_length new_length) NIVARO_NOEXCEPT;
 
 /* ---- Paths: "\" or "/" separates, a drive is a letter and ":", "\\" begins a network path -------
  */
 
 /* Extension with its dot; FILEEXT in lower case. */
 NIVARO_API void FILEEXT(char* result, nivaro_length result_length, const char* path,
-                        nivaro_length path_length);
+                        nivaro_length path_length) NIVARO_NOEXCEPT;
 NIVARO_API void FILEEXTKC(char* result, nivaro_length result_length, const char* path,
-                          nivaro_length path_length);
+                          nivaro_length path_length) NIVARO_NOEXCEPT;
 /* Part of the base name from its last underscore on, in lower case. */
 NIVARO_API void FILE___EXT(char* result, nivaro_length result_length, const char* path,
-                           nivaro_length path_length);
+                           nivaro_length path_length) NIVARO_NOEXCEPT;
 /* Name without folder and extension; EXT: with extension; NO_: also without underscore part. */
 NIVARO_API void FILENAME(char* result, nivaro_length result_length, const char* path,
-                         nivaro_length path_length);
+                         nivaro_length path_length) NIVARO_NOEXCEPT;
 NIVARO_API void FILENAMEEXT(char* result, nivaro_length result_length, const char* path,
-                            nivaro_length path_length);
+                            nivaro_length path_length) NIVARO_NOEXCEPT;
 NIVARO_API void FILENAMENO_(char* result, nivaro_length result_length, const char* path,
-                            nivaro_length path_length);
+                            nivaro_length path_length) NIVARO_NOEXCEPT;
 /* Path without extension; NO_: also without the name's underscore part. */
 NIVARO_API void FILENAMEPATH(char* result, nivaro_length result_length, const char* path,
-                             nivaro_length path_length);
+                             nivaro_length path_length) NIVARO_NOEXCEPT;
 NIVARO_API void FILENAMEPATHNO_(char* result, nivaro_length result_length, const char* path,
-                                nivaro_length path_length);
+                                nivaro_length path_length) NIVARO_NOEXCEPT;
 /* Folder with its last separator. */
 NIVARO_API void FILEFOLDERPATH(char* result, nivaro_length result_length, const char* path,
-                               nivaro_length path_length);
+                               nivaro_length path_length) NIVARO_NOEXCEPT;
 /* Slashes turned to backslashes. */
 NIVARO_API void DOSPATH(char* result, nivaro_length result_length, const char* path,
-                        nivaro_length path_length);
+                        nivaro_length path_length) NIVARO_NOEXCEPT;
 /* Path as shown on the console. */
 NIVARO_API void CORRECTSLASH(char* result, nivaro_length result_length, const char* path,
-                             nivaro_length path_length);
+                             nivaro_length path_length) NIVARO_NOEXCEPT;
 /* Doubled separators collapsed, in the argument too. */
 NIVARO_API void CLEANPATH(char* result, nivaro_length result_length, char* path,
-                          nivaro_length path_length);
+                          nivaro_length path_length) NIVARO_NOEXCEPT;
 /* Parent and current folder references resolved. */
 NIVARO_API void REMOVEDOTDOT(char* result, nivaro_length result_length, const char* path,
-                             nivaro_length path_length);
+                             nivaro_length path_length) NIVARO_NOEXCEPT;
 /* A file name placed in a folder, unless it names a drive or network path itself. */
 NIVARO_API void ADDFOLDER(char* result, nivaro_length result_length, const char* folder,
-                          const char* file, nivaro_length folder_length, nivaro_length file_length);
+                          const char* file, nivaro_length folder_length,
+                          nivaro_length file_length) NIVARO_NOEXCEPT;
 /* Another drive letter for a path that has one. */
 NIVARO_API void CHANGEDRIVE(char* path, const char* drive, nivaro_length path_length,
-                            nivaro_length drive_length);
+                            nivaro_length drive_length) NIVARO_NOEXCEPT;
 
 /* ---- The end of a run ---------------------------------------------------------------------------
  */
 
 /* Closes all files, waits for Enter (not before start-up), and ends the process: exit code 1, or 0
  * before start-up. Does not return. */
-NIVARO_API void EXITS(void);
+NIVARO_API void EXITS(void) NIVARO_NOEXCEPT;
 
 #ifdef __cplusplus
 }

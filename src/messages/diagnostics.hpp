@@ -33,8 +33,8 @@ class Diagnostics {
   }
 
   // Ends the run when writing to this file has failed (a full disk): results that are lost
-  // silently are worse than a run that stops. A null unit is no file and passes.
-  void requireWritten(const Unit* unit);
+  // silently are worse than a run that stops. No unit (null) is nothing lost.
+  void requireWritten(const Unit* unit, std::string_view name);
 
   MessageWriter& messages() { return messages_; }
   Console& console() { return console_; }

@@ -4,35 +4,35 @@
 
 #include <cstdint>
 #include <functional>
-#include <string>
 #include <string_view>
+#include <utility>
 
+#include "messages/level.hpp"
 #include "messages/record.hpp"
 #include "platform/console.hpp"
 #include "platform/unit_table.hpp"
 
 namespace nivaro {
 
-// A message as it is put on a messages layer.
-struct LayerMessage {
-  std::int32_t layer = 0;     // GIS layer identifier
-  std::string_view font;      // MapInfo font clause of its level
-  double x = 0.0;             // the label's target
-  double y = 0.0;
-  const MessageRecord& record;  // lines, label sizes, number and link
+// Where a message is put on a messages layer, and how its label looks. The texts are the record's.
+struct MessagePlacement {
+  std::int32_t layer;     // GIS layer identifier
+  std::string_view font;  // MapInfo font clause of its level
+  double x;               // target of the label's line
+  double y;
 };
 
 class MessageWriter {
  public:
-  // Puts a message on a GIS layer; wired by the owner of the layers.
-  using LayerSink = std::function<void(const LayerMessage&)>;
+  // Puts the message of the record on a GIS layer; set by the owner of the layers.
+  using LayerSink = std::function<void(const MessagePlacement&, MessageRecord&)>;
 
   MessageWriter(Console& console, UnitTable& units, MessageRecord& record);
 
   void setLayerSink(LayerSink sink) { layerSink_ = std::move(sink); }
 
-  // The exported calls. `blankLines` 0 or more: screen and log; -1: log only; below that neither;
-  // -99 with a location: the layer only.
+  // The exported calls. `blankLines` 0 or more: as many empty lines, then the message on screen and
+  // log; -1: log only; below that neither; -99 with a location: the layer only.
   void dmessageXy(std::int32_t blankLines, double x, double y);
   void dmessage(std::int32_t blankLines);
   void dmessageClear();
@@ -42,13 +42,23 @@ class MessageWriter {
   // The message without a location: dmessageXy at the record's default point.
   void write(std::int32_t blankLines);
 
-  // One line to a unit, best effort: nothing happens when the number names no open unit.
+  // Reads a message table back and places each row's text on the messages layer.
+  void replayTable(std::int32_t unit);
+
+  // One line to a unit, on the disk when this returns. Best effort: a failure is ignored, and so is
+  // a number that names no open unit.
   void toUnit(std::int32_t unit, std::string_view line);
 
+  // One line to the log, if there is one.
+  void toLog(std::string_view line);
+
   MessageRecord& record() { return record_; }
-  UnitTable& units() { return units_; }
 
  private:
+  bool readNumber(const MessageLevel& level, std::string_view line1);
+  void place(const MessageLevel& level, double x, double y);
+  void print(std::int32_t blankLines);
+
   Console& console_;
   UnitTable& units_;
   MessageRecord& record_;

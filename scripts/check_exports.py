@@ -1,0 +1,47 @@
+#!/usr/bin/env python3
+"""Compares the names that leave the library in four places: version script, module definition file,
+public header, and the dynamic symbols of the built library.
+
+Usage: check_exports.py LIBRARY
+"""
+import pathlib
+import re
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+
+
+def names_in(pattern, path):
+    return re.findall(pattern, (ROOT / path).read_text(encoding="utf-8"), re.M)
+
+
+def dynamic_symbols(library):
+    listing = subprocess.run(["nm", "-D", "--defined-only", library], check=True,
+                             capture_output=True, text=True).stdout
+    return [line.split()[-1].split("@")[0] for line in listing.splitlines()]
+
+
+def main():
+    lists = {
+        "version script": names_in(r"^    ([A-Z]\w*);", "src/exports/exports.map"),
+        "definition file": names_in(r"^  ([A-Z]\w*)(?: DATA)?$", "src/exports/exports.def"),
+        "public header": names_in(r"^(?:extern )?NIVARO_API [\w ]+?\b([A-Z][A-Z0-9_]+)[;(]",
+                                  "include/nivaro_morphology.h"),
+        "built library": dynamic_symbols(sys.argv[1]),
+    }
+    everything = set().union(*lists.values())
+    errors = 0
+    for place, names in lists.items():
+        for name in sorted(everything - set(names)):
+            print(f"{name} is missing in the {place}")
+            errors += 1
+        for name in sorted({n for n in names if names.count(n) > 1}):
+            print(f"{name} stands twice in the {place}")
+            errors += 1
+    print(f"{len(everything)} names, {errors} errors")
+    return 1 if errors else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,30 @@
+# Sourced by run and test: installs the Debian packages that are named and missing.
+
+# install_missing PACKAGE...
+install_missing() {
+  local missing=() package
+  for package in "$@"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null; then
+      echo "These Debian packages are needed: ${missing[*]}" >&2
+      echo "Install them as root (apt-get install ${missing[*]}) and run again." >&2
+      return 1
+    fi
+    as_root=(sudo)
+  fi
+  echo "Installing Debian packages: ${missing[*]}"
+  "${as_root[@]}" apt-get update -qq &&
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+      apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+BUILD_PACKAGES=(g++ cmake ninja-build)
+EXAMPLE_PACKAGES=(libtomlplusplus-dev libcli11-dev gnuplot-nox)
+TEST_PACKAGES=(libgtest-dev libgmock-dev gfortran clang-14 clang-format-14 clang-tidy-14
+  libclang-rt-14-dev python3)

@@ -1,0 +1,70 @@
+#include "interface/entry_points.hpp"
+
+#include <optional>
+#include <string>
+
+#include "morphology/morphology_step.hpp"
+#include "platform/support.hpp"
+
+namespace nivaro {
+
+void requireDomain(Module& module, std::int32_t domain) {
+  if (DomainFieldTable::isDomain(domain)) return;
+  module.diagnostics.fatalOnScreen("Should not be here - domain number " + std::to_string(domain) +
+                                   " is not in 1 to " + std::to_string(DomainFieldTable::kDomains) +
+                                   " - contact " + std::string(kSupportAddress));
+}
+
+void readControlFile(Module& module, const ControlFileCall& call) {
+  requireDomain(module, call.domain);
+  module.controlFile.read({.controlFile = call.controlFile,
+                           .parameters = module.parameters.ofDomain(call.domain),
+                           .fields = module.fields.fields(call.domain, call.work, call.n, call.m),
+                           .current = module.parameters.current(),
+                           .logUnit = module.logUnit});
+  if (call.domain == call.lastDomain) module.workspace.close();
+}
+
+void runMorphology(Module& module, const MorphologyCall& call) {
+  requireDomain(module, call.domain);
+  const StepInput input = {
+      .flow = call.flow,
+      .bed = call.bed,
+      .fields = module.fields.fields(call.domain, call.work, call.bed.zc.n(), call.bed.zc.m()),
+      .settings = call.settings,
+      .parameters = module.parameters.current()};
+  const bool active = module.fields.row(call.domain).active;
+
+  if (call.smoothing) {
+    module.console.line("");
+    module.console.line("Smoothing Zpts based on ZC values in morphology areas...");
+    if (active) smoothBed(input, call.area);
+    return;
+  }
+  if (call.initialisation) {
+    module.console.line("");
+    module.console.line("Initialising Morphological Variables...");
+    return;
+  }
+  if (call.skip || !active) return;
+  morphologyStep(input, call.area);
+}
+
+void writeDatasetValues(Module& module, const DatasetValuesCall& call) {
+  requireDomain(module, call.turn.domain);
+  std::optional<CornerValues> values;
+  if (call.writeValues && module.fields.row(call.turn.domain).active) {
+    // The host does not pass the second dimension; rows up to the one behind the range exist.
+    const std::int32_t ny = call.range.lastJ + 1;
+    values = CornerValues{
+        .cellBedChange =
+            module.fields.cellBedChange(call.turn.domain, call.realWork, call.nx, ny),
+        .cornerBedChange = module.fields.cornerBedChange(call.turn.domain, call.realWork, call.nx, ny),
+        .pointI = call.pointI,
+        .pointJ = call.pointJ};
+  }
+  module.dataset.writeValues(call.turn, static_cast<std::int32_t>(call.pointI.size()), values,
+                             call.range);
+}
+
+}  // namespace nivaro

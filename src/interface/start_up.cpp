@@ -1,0 +1,40 @@
+#include "interface/start_up.hpp"
+
+#include <string>
+
+#include "platform/support.hpp"
+#include "text/blank_padded.hpp"
+
+namespace nivaro {
+
+namespace {
+
+// Unit numbers from 2001 on keep clear of the host's own.
+constexpr std::int32_t kBaseUnit = 2000;
+
+std::string fileName(std::string_view prefix, std::string_view suffix) {
+  return std::string(trimmed(prefix)) + std::string(suffix);
+}
+
+void writeBanner(Module& module) {
+  module.diagnostics.deliver({.line1 = "NIVARO MORPHOLOGY Module Build 2007-07-AA",
+                              .line2 = "Support: " + std::string(kSupportAddress)});
+}
+
+}  // namespace
+
+void startUp(Module& module, const StartUpArguments& arguments) {
+  module.console.line("");
+  module.console.line("TRANSFERRED TO MORPHOLOGY MODULE");
+  module.files.initFileUnits(kBaseUnit);
+
+  module.logUnit = module.files.openFile(fileName(arguments.logPrefix, ".mlf"), "O ", 1);
+  module.record.log_unit = module.logUnit;
+  writeBanner(module);
+
+  module.workspace.open(fileName(arguments.outputPrefix, "_mor.wor"), arguments.simulationName);
+  module.gisSettings = arguments.gis;
+  module.dataset.open(fileName(arguments.outputPrefix, "_morDH.dat"));
+}
+
+}  // namespace nivaro

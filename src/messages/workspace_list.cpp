@@ -1,0 +1,34 @@
+#include "messages/workspace_list.hpp"
+
+#include "text/blank_padded.hpp"
+
+namespace nivaro {
+
+WorkspaceList::WorkspaceList(FileUnits& files, Diagnostics& diagnostics)
+    : files_(files), diagnostics_(diagnostics) {}
+
+void WorkspaceList::open(std::string_view fileName, std::string_view simulationName) {
+  layers_.clear();
+  fileName_ = fileName;
+  unit_ = files_.openFile(fileName_, "O ", 80);
+  write("!Workspace");
+  write("!Version 600");
+  write("!Charset WindowsLatin1");
+  write("!Contains morphology input layers from NIVARO simulation \"" +
+        std::string(trimmed(simulationName)) + "\"");
+}
+
+void WorkspaceList::close() {
+  files_.closeFile(unit_);
+  unit_ = kClosed;
+}
+
+void WorkspaceList::write(std::string_view line) {
+  Unit* file = files_.find(unit_);
+  if (file == nullptr) return;
+  file->writeRecord(line);
+  file->flush();
+  diagnostics_.requireWritten(file, fileName_);
+}
+
+}  // namespace nivaro

@@ -1,0 +1,41 @@
+// The MapInfo workspace that lists the input layers of the run, each once.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "files/file_units.hpp"
+#include "messages/diagnostics.hpp"
+
+namespace nivaro {
+
+class WorkspaceList {
+ public:
+  // The layers that a workspace has room for.
+  static constexpr std::size_t kCapacity = 1000;
+
+  WorkspaceList(FileUnits& files, Diagnostics& diagnostics);
+
+  // Opens the workspace file, writes its header and forgets the layers of an earlier one.
+  void open(std::string_view fileName, std::string_view simulationName);
+
+  // Closes it for good: the run's last domain has read its layers.
+  void close();
+
+  std::int32_t unit() const { return unit_; }
+
+ private:
+  static constexpr std::int32_t kClosed = -1;
+
+  void write(std::string_view line);
+
+  FileUnits& files_;
+  Diagnostics& diagnostics_;
+  std::int32_t unit_ = 0;
+  std::string fileName_;
+  std::vector<std::string> layers_;  // path and name without extension
+};
+
+}  // namespace nivaro

@@ -1,0 +1,147 @@
+/* A host in C, from the public header alone. */
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+#include "nivaro_morphology.h"
+
+static int failures = 0;
+
+static void check(int ok, const char* what) {
+  if (ok) return;
+  ++failures;
+  printf("FAILED: %s\n", what);
+}
+
+/* The buffer is the text, padded with blanks. */
+static int holds(const char* buffer, size_t size, const char* text) {
+  const size_t length = strlen(text);
+  if (length > size || memcmp(buffer, text, length) != 0) return 0;
+  for (size_t i = length; i < size; ++i)
+    if (buffer[i] != ' ') return 0;
+  return 1;
+}
+
+static nivaro_length length(const char* text) {
+  return (nivaro_length)strlen(text);
+}
+
+static void check_texts(void) {
+  char result[16];
+  const char* path = "C:\\Model\\Run.MIF   ";
+
+  memset(result, 'x', sizeof result);
+  FILEEXT(result, 12, path, length(path));
+  check(holds(result, 12, ".mif") && result[12] == 'x', "a result is padded to its length");
+
+  FILENAMEPATH(result, 4, path, length(path));
+  check(holds(result, 4, "C:\\M") && result[4] == ' ', "a longer result is cut");
+
+  memset(result, 'x', sizeof result);
+  FILEEXT(result, 0, path, length(path));
+  check(result[0] == 'x', "a result of length 0 is left alone");
+
+  char both[16] = "  trimmed       ";
+  TRIMF(both, 16, both, 16);
+  check(holds(both, 16, "trimmed"), "result and argument may be one buffer");
+
+  char line[20] = "a\tb c               ";
+  check(BLANK(line, 20) == 0 && holds(line, 20, "ab c"), "an argument is changed in place");
+
+  char doubled[20] = "  C:\\\\a//b          ";
+  CLEANPATH(result, 16, doubled, 20);
+  check(holds(result, 16, "C:\\a/b") && holds(doubled, 20, "C:\\a/b"), "result and argument");
+
+  char ended[8] = {'a', 'b', 'c', ' ', ' ', ' ', ' ', ' '};
+  check(LENSL(ended, 8) == 3 && ended[3] == '\0', "LENSL ends the text");
+}
+
+static void check_values(void) {
+  const int32_t column = 2, fallback = 7, digits = 4, value = 305;
+  const float third = 0.5F;
+  char result[20];
+
+  check(FLAGEXISTS("Read MI Zpts == x", "read mi zpts", 17, 12) == -1, "true is -1");
+  check(FLAGEXISTS("Read MI", "Zpts", 7, 4) == 0, "false is 0");
+  check(EXTRACTINTEGER("k = 1, 22", "k = 1, 22", "K", &column, &fallback, 9, 9, 1) == 22,
+        "EXTRACTINTEGER");
+  AINTEGERPREC0(result, 20, &value, &digits);
+  check(holds(result, 20, "0305"), "AINTEGERPREC0");
+  AREALD4(result, 20, &third, &column);
+  check(holds(result, 20, "0.50"), "AREALD4 takes a 4-byte real");
+
+  int32_t integer = 0;
+  check(CHECKINT4("12 ", &integer, 3) == -1 && integer == 12, "CHECKINT4");
+}
+
+static void check_messages(void) {
+  const int32_t nowhere = -2;
+  const char text[] = "WARNING 0317 - from C";
+  memcpy(DMESSAGES.line1, text, sizeof text); /* with its end mark */
+  DMESSAGE(&nowhere);
+  check(DMESSAGES.warning_count == 1 && DMESSAGES.message_number == 317, "the shared record");
+  check(DMESSAGES.line1[0] == ' ' && DMESSAGES.last_x == -99999.0, "the record is cleared");
+  DMESSAGERESETCOUNTERS();
+  check(DMESSAGES.warning_count == 0, "DMESSAGERESETCOUNTERS");
+}
+
+/* The calling order of a host, down to one step that lets a hole's walls slump. */
+static void check_run(const char* folder) {
+  enum { n = 6, m = 5, cells = n * m };
+  const nivaro_logical no = 0, yes = -1;
+  const int32_t domain = 1, nn = n, mm = m, zero = 0, two = 2, last_i = n - 1, last_j = m - 1;
+  const double one = 1.0, origin = 0.0, minute = 60.0;
+  char prefix[512], mcf[520];
+  snprintf(prefix, sizeof prefix, "%s/c", folder);
+  snprintf(mcf, sizeof mcf, "%s.mcf", prefix);
+  FILE* file = fopen(mcf, "wb");
+  if (file == NULL) {
+    check(0, "the control file can be written");
+    return;
+  }
+  fputs("Slump Slope == 2\r\nSlump Bed Change Limit == 0.05", file);
+  fclose(file);
+
+  QVMOR_INITIALISE_S1("c", prefix, prefix, &no, ".tab", &no, prefix, " ", " ", &no, 1,
+                      length(prefix), length(prefix), 4, length(prefix), 1, 1);
+  check(DMESSAGES.log_unit == 2001, "log unit in the shared record");
+
+  int32_t next_real = 1, next_integer = 1;
+  QVMOR_SETUP_S2(&yes, &domain, &nn, &mm, &zero, &zero, &next_real, &next_integer);
+  check(next_real == 12 * cells + 1 && next_integer == cells + 1, "positions");
+
+  double* real_work = calloc(12 * cells, sizeof *real_work);
+  int32_t* integer_work = calloc(cells, sizeof *integer_work);
+  nivaro_logical wet[cells];
+  double still[cells] = {0}, zpts[cells] = {0}, zc[cells], z1[cells] = {0}, z2[cells] = {0};
+  for (int c = 0; c < cells; ++c) {
+    wet[c] = yes;
+    zc[c] = 2.0;
+  }
+  zc[2 * n + 3] = 3.0; /* cell (4, 3) */
+
+  QVMOR_RDINPF(mcf, &domain, &domain, &nn, &mm, &nn, &mm, &nn, &mm, &two, &two, &one, &one, &origin,
+               &origin, &origin, real_work, integer_work, NULL, NULL, NULL, length(mcf));
+  check(real_work[cells - 1] == 0.00016 && integer_work[cells - 1] == 1, "defaults");
+
+  QVMOR_INIT_2D_DOMAIN(&domain);
+  QVMORPHOLOGY(&no, &no, &no, wet, wet, still, still, still, zpts, zc, z2, z1, &nn, &mm, &two, &two,
+               &last_i, &last_j, &one, &one, &one, NULL, &minute, &no, &origin, NULL, NULL, NULL,
+               NULL, NULL, NULL, NULL, real_work, integer_work, NULL, NULL, NULL, &domain);
+  /* Slope 1:1 is steeper than 1:2; each of four slumps of 1 * (1 - 1 / 2) is cut to 0.05. */
+  check(zc[2 * n + 3] > 2.7999 && zc[2 * n + 3] < 2.8001, "a step");
+
+  free(real_work);
+  free(integer_work);
+}
+
+int main(int argc, char** argv) {
+  const char* folder = argc > 1 ? argv[1] : ".";
+  check_texts();
+  check_values();
+  check_messages();
+  check_run(folder);
+  if (failures > 0) return 1;
+  printf("c_host: all checks passed\n");
+  return 0;
+}

@@ -1,0 +1,95 @@
+#include "interface/start_up.hpp"
+
+#include <gtest/gtest.h>
+
+#include "interface/entry_points.hpp"
+#include "platform/support.hpp"
+#include "support/temp_folder.hpp"
+#include "support/test_module.hpp"
+
+namespace nivaro {
+namespace {
+
+TEST(StartUp, OpensItsFilesAndWritesTheBanner) {
+  test::TempFolder folder;
+  test::TestModule t;
+  const std::string prefix = folder.path("Run_01");
+
+  startUp(t.module, {.simulationName = "Run_01   ",
+                     .outputPrefix = prefix + "   ",
+                     .logPrefix = prefix + " ",
+                     .gis = {.hostProjection = "COORDSYS"}});
+
+  EXPECT_EQ(t.console.output,
+            "\nTRANSFERRED TO MORPHOLOGY MODULE\n"
+            "\nTrying to open (O) file " +
+                prefix +
+                ".mlf...OK.  File Unit:2001\n"
+                "\nNIVARO MORPHOLOGY Module Build 2007-07-AA\n"
+                "Support: " +
+                std::string(kSupportAddress) +
+                "\n"
+                "\nTrying to open (O) file " +
+                prefix +
+                "_mor.wor...OK.  File Unit:2002\n"
+                "\nTrying to open (BO) file " +
+                prefix + "_morDH.dat...OK.  File Unit:2003\n");
+  EXPECT_EQ(folder.read("Run_01.mlf"), "\nNIVARO MORPHOLOGY Module Build 2007-07-AA\nSupport: " +
+                                           std::string(kSupportAddress) + "\n");
+  EXPECT_EQ(folder.read("Run_01_mor.wor"),
+            "!Workspace\n!Version 600\n!Charset WindowsLatin1\n"
+            "!Contains morphology input layers from NIVARO simulation \"Run_01\"\n");
+  EXPECT_EQ(t.module.record.log_unit, 2001);
+  EXPECT_EQ(t.module.gisSettings.hostProjection, "COORDSYS");
+  EXPECT_EQ(t.module.dataset.slots()[0], 2003);
+  EXPECT_EQ(t.module.dataset.slots()[1], -1);
+}
+
+TEST(StartUp, WorkspaceIsClosedByTheLastDomainOnly) {
+  test::TempFolder folder;
+  test::TestModule t;
+  startUp(t.module, {.simulationName = "a",
+                     .outputPrefix = folder.path("a"),
+                     .logPrefix = folder.path("a"),
+                     .gis = {}});
+  folder.write("a.mcf", "");
+  std::vector<double> real(100);
+  std::vector<std::int32_t> integer(10);
+  std::int32_t nextReal = 1;
+  std::int32_t nextInteger = 1;
+  for (const std::int32_t domain : {1, 2}) {
+    t.module.fields.reserve(domain, true, 2, 2, nextReal, nextInteger);
+    readControlFile(t.module, {.controlFile = folder.path("a.mcf"),
+                               .domain = domain,
+                               .lastDomain = 2,
+                               .n = 2,
+                               .m = 2,
+                               .work = {real.data(), integer.data()}});
+    EXPECT_EQ(t.module.workspace.unit(), domain == 1 ? 2002 : -1);
+  }
+  EXPECT_EQ(t.module.units.find(2002), nullptr);
+}
+
+TEST(StartUp, RunEndedLaterClosesEverythingAndPrompts) {
+  test::TempFolder folder;
+  test::TestModule t;
+  startUp(t.module, {.simulationName = "a",
+                     .outputPrefix = folder.path("a"),
+                     .logPrefix = folder.path("a"),
+                     .gis = {}});
+  t.console.output.clear();
+  t.console.answers = {""};
+
+  try {
+    t.module.termination.exits();
+    FAIL() << "the run goes on";
+  } catch (const test::ProcessEnded& end) {
+    EXPECT_EQ(end.exitCode, 1);
+  }
+  for (const std::int32_t unit : {2001, 2002, 2003}) EXPECT_EQ(t.module.units.find(unit), nullptr);
+  EXPECT_TRUE(t.console.output.ends_with("\nPress Enter to Close\n")) << t.console.output;
+  EXPECT_TRUE(t.console.answers.empty());
+}
+
+}  // namespace
+}  // namespace nivaro

@@ -1,0 +1,267 @@
+#include "messages/writer.hpp"
+
+#include "platform/support.hpp"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+#include "support/temp_folder.hpp"
+#include "support/test_process.hpp"
+
+namespace nivaro {
+namespace {
+
+class Writer : public testing::Test {
+ protected:
+  static constexpr std::int32_t kLog = 2001;
+  static constexpr std::int32_t kTable = 2002;
+
+  void SetUp() override {
+    const OpenOptions output{.status = OpenOptions::Status::Replace,
+                             .action = OpenOptions::Action::Write};
+    ASSERT_EQ(units.open(kLog, folder.path("run.mlf"), output), "");
+    record->log_unit = kLog;
+  }
+
+  void openTable() {
+    ASSERT_EQ(
+        units.open(kTable, folder.path("messages.csv"),
+                   {.status = OpenOptions::Status::Replace, .action = OpenOptions::Action::Write}),
+        "");
+    record->message_table_unit = kTable;
+  }
+
+  void message(std::string_view line1) { setField(record->line1, line1); }
+
+  std::string log() const { return folder.read("run.mlf"); }
+
+  test::TempFolder folder;
+  test::ScriptedConsole console;
+  UnitTable units;
+  std::unique_ptr<MessageRecord> record = std::make_unique<MessageRecord>();
+  MessageWriter writer{console, units, *record};
+};
+
+TEST_F(Writer, DirectMessageIsCountedNumberedAndLinkedInTheLogOnly) {
+  message("ERROR 0010 - Bad value");
+
+  writer.dmessage(0);
+
+  EXPECT_EQ(record->error_count, 1);
+  EXPECT_EQ(record->located_error_count, 0);
+  EXPECT_EQ(record->message_number, 10);
+  EXPECT_EQ(record->message_level, 1);
+  EXPECT_EQ(console.output, "ERROR 0010 - Bad value\n");
+  EXPECT_EQ(log(), "ERROR 0010 - Bad value\nWiki Link: " + std::string(kReferenceLinkBase) +
+                       "NIVARO_Message_0010\n");
+}
+
+TEST_F(Writer, UnlocatedMessageGetsItsTagAndBothCountsOnce) {
+  message("ERROR 0010 - Bad value");
+
+  writer.write(0);
+
+  EXPECT_EQ(console.output, "NoXY: ERROR 0010 - Bad value\n");
+  EXPECT_EQ(record->error_count, 1);
+  EXPECT_EQ(record->located_error_count, 1);
+  EXPECT_EQ(record->unlocated_count, 1);
+}
+
+TEST_F(Writer, LevelsDecideOnCountersAndNumbers) {
+  struct Case {
+    const char* line1;
+    int level, number, errors, warnings, checks, locatedErrors, locatedWarnings, locatedChecks;
+  };
+  // Counters after a located message and then the same message without a location.
+  const Case cases[] = {
+      {"ERROR 0305 - a", 1, 305, 2, 0, 0, 1, 0, 0},
+      {"WARNING 0317 - a", 2, 317, 0, 2, 0, 0, 1, 0},
+      {"CHECK 0175 - a", 3, 175, 0, 0, 2, 0, 0, 1},
+      {"UNSTABLE 12345 - a", 4, 12345, 0, 0, 0, 0, 0, 0},
+      {"INFORMATION: 0305 a", 5, 0, 0, 1, 0, 0, 1, 0},  // counted with a location only
+      {"ERROR - Reading line", 1, 0, 2, 0, 0, 1, 0, 0},
+      {"ERROR", 1, 0, 2, 0, 0, 1, 0, 0},
+      {"error 0305 - a", 0, 0, 0, 0, 0, 0, 0, 0},  // letter case counts
+      {"NIVARO MORPHOLOGY", 0, 0, 0, 0, 0, 0, 0, 0},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.line1);
+    writer.dmessageResetCounters();
+    message(c.line1);
+    writer.dmessageXy(-2, 100.0, 200.0);
+    message(c.line1);
+    writer.dmessage(-2);
+
+    EXPECT_EQ(record->message_level, c.level);
+    EXPECT_EQ(record->message_number, c.number);
+    EXPECT_EQ(record->error_count, c.errors);
+    EXPECT_EQ(record->warning_count, c.warnings);
+    EXPECT_EQ(record->check_count, c.checks);
+    EXPECT_EQ(record->located_error_count, c.locatedErrors);
+    EXPECT_EQ(record->located_warning_count, c.locatedWarnings);
+    EXPECT_EQ(record->located_check_count, c.locatedChecks);
+  }
+}
+
+TEST_F(Writer, BlankLinesSelectTheOutputs) {
+  message("plain");
+  writer.dmessage(2);
+  message("log only");
+  writer.dmessage(-1);
+  message("nowhere");
+  writer.dmessage(-2);
+  message("nowhere");
+  writer.dmessageXy(-99, 0.0, 0.0);
+
+  EXPECT_EQ(console.output, "\n\nplain\n");
+  EXPECT_EQ(log(), "\n\nplain\nlog only\n");
+}
+
+TEST_F(Writer, AllLinesArePrintedAndTheRecordIsCleared) {
+  message("WARNING 0317 - first");
+  setField(record->line2, "second");
+  setField(record->line3, "third");
+  setField(record->detail1, "a");
+  setField(record->detail3, "c");
+
+  writer.dmessageXy(0, 50.0, 60.0);
+
+  EXPECT_EQ(console.output, "XY: WARNING 0317 - first\nsecond\nthird\na; c\n");
+  for (const std::string& field :
+       {fieldText(record->line1), fieldText(record->line2), fieldText(record->line3),
+        fieldText(record->line4), fieldText(record->detail1), fieldText(record->detail3),
+        fieldText(record->location_tag), fieldText(record->reference_link)})
+    EXPECT_EQ(field, "");
+  EXPECT_EQ(record->last_x, -99999.0);
+  EXPECT_EQ(record->message_number, 317);  // left for the host
+}
+
+TEST_F(Writer, OneLineModeJoinsLinesAndLink) {
+  message("ERROR 0010 - first");
+  setField(record->line3, "third");
+  setField(record->detail2, "b");  // its separator comes with it
+  record->one_line_flag = -1;
+
+  writer.dmessage(1);
+
+  EXPECT_EQ(console.output, "\nERROR 0010 - first  third  ; b\n");
+  EXPECT_EQ(log(), "\nERROR 0010 - first  third  ; b  " + std::string(kReferenceLinkBase) +
+                       "NIVARO_Message_0010\n");
+  EXPECT_EQ(record->one_line_flag, 0);
+}
+
+TEST_F(Writer, SuppressionDiscardsNumberedMessagesOnly) {
+  record->suppression_flag = -1;
+  for (const char* line : {"WARNING 0317 - a", "WARNING - b", "plain"}) {
+    message(line);
+    writer.write(0);
+  }
+
+  EXPECT_EQ(console.output, "NoXY: WARNING - b\nplain\n");
+}
+
+TEST_F(Writer, ZeroCodesInTheRecordAreBlanks) {
+  record->line1[0] = 'x';  // the rest of the block is zero, as at load
+  record->line2[3] = 'y';
+
+  writer.dmessage(0);
+
+  EXPECT_EQ(console.output, "x\n   y\n");
+  EXPECT_EQ(log().find('\0'), std::string::npos);
+}
+
+TEST_F(Writer, PlacesLocatedAndStackedMessagesOnTheirLayers) {
+  struct Placed {
+    std::int32_t layer;
+    double x, y;
+  };
+  std::vector<Placed> placed;
+  writer.setLayerSink([&](const MessagePlacement& p, MessageRecord&) {
+    placed.push_back({p.layer, p.x, p.y});
+  });
+  record->message_layer = 7;
+  record->secondary_message_layer = 8;
+  record->default_x = 1000.0;
+  record->default_y = 2000.0;
+
+  message("ERROR 0010 - no spacing: no object");
+  writer.write(-2);
+  EXPECT_TRUE(placed.empty());
+
+  record->unlocated_spacing = 5.0;
+  message("ERROR 0010 - the second without a location");
+  writer.write(-2);
+  message("CHECK 0008 - one map unit away");
+  writer.dmessageXy(-2, 1001.0, 2000.0);
+  message("CHECK 0008 - nearer than that");
+  writer.dmessageXy(-99, 1000.999, 2000.0);
+  message("plain text without a location is not placed");
+  writer.write(-2);
+
+  ASSERT_EQ(placed.size(), 3U);
+  EXPECT_EQ(placed[0].layer, 7);
+  EXPECT_EQ(placed[0].x, 1000.0);
+  EXPECT_EQ(placed[0].y, 2000.0 - 2 * 5.0);
+  EXPECT_EQ(placed[1].layer, 8);
+  EXPECT_EQ(placed[1].x, 1001.0);
+  EXPECT_EQ(placed[2].y, 2000.0 - 3 * 5.0);
+}
+
+TEST_F(Writer, TableRowsHoldTheMessageInQuotedFields) {
+  openTable();
+  message("ERROR 0305 - Layer \"a\"");
+  setField(record->line2, "   more");
+  setField(record->detail2, "b");
+  record->last_x = -99999.0;
+  record->last_y = -99999.0;
+  writer.dmessage(-2);
+  message("ERROR - Reading line");
+  writer.dmessage(-2);
+  message("plain text has no row");
+  writer.dmessage(-2);
+
+  // Number in 5 columns with 4 digits, level in 2, two places of 16 columns with 3 decimals.
+  EXPECT_EQ(
+      folder.read("messages.csv"),
+      " 0305, 1,      -99999.000,      -99999.000,\"ERROR 0305 - Layer \"\"a\"\"  more\",\"\","
+      "\"b\",\"\",\"" +
+          std::string(kReferenceLinkBase) +
+          "NIVARO_Message_0305\"\n"
+          " 0000, 1,      -99999.000,      -99999.000,\"ERROR - Reading line\",\"\",\"\",\"\","
+          "\"\"\n");
+}
+
+TEST_F(Writer, ReplayPlacesTheRowsAndStopsAtABadOne) {
+  folder.write("old.csv",
+               " 0305, 1,     1.000,     2.000,\"ERROR 0305 - a, \"\"b\"\"\",\"d\",\"\",\"\",\"\"\n"
+               " 0010, 1,     1.000,     2.000,\"ERROR 0010 - c\",\"\",\"\",\"\",\"\"\n"
+               " 0010, x,     1.000,     2.000,\"ERROR 0010 - never\",\"\",\"\",\"\",\"\"\n");
+  ASSERT_EQ(units.open(kTable, folder.path("old.csv"), {}), "");
+  std::vector<std::string> placed;
+  writer.setLayerSink([&](const MessagePlacement&, MessageRecord& r) {
+    placed.push_back(fieldText(r.line1) + "|" + fieldText(r.line4));
+  });
+  record->unlocated_spacing = 1.0;
+
+  writer.replayTable(kTable);
+
+  ASSERT_EQ(placed.size(), 3U);  // two rows and the warning about the third
+  EXPECT_EQ(placed[0], "ERROR 0305 - a, \"b\"|d");
+  EXPECT_EQ(placed[1], "ERROR 0010 - c|");
+  EXPECT_NE(console.output.find("WARNING 0300 - Problem with reading messages.csv file"),
+            std::string::npos);
+}
+
+TEST_F(Writer, RuleGoesToScreenAndUnit) {
+  writer.dline(0);
+  EXPECT_EQ(log(), "");
+
+  writer.dline(kLog);
+  EXPECT_EQ(log(), "\n" + std::string(80, '_') + "\n");
+  EXPECT_EQ(console.output, log() + log());
+}
+
+}  // namespace
+}  // namespace nivaro

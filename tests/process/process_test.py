@@ -1,0 +1,140 @@
+#!/usr/bin/env python3
+"""What only a whole process shows: how a run ends, what stands on the console, what is on the disk.
+
+Usage: process_test.py SCENARIO_HOST
+"""
+import os
+import pathlib
+import signal
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+HOST = None
+HEADER_BYTES = 15 * 4 + 40
+RECORD_BYTES = 4 + 1 + 4 + 30 + 6 * 4
+
+
+class ProcessTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix="nivaro process ")
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+        self.prefix = str(self.folder / "run")
+
+    def run_host(self, scenario, *arguments, answers="", **more):
+        return subprocess.run([HOST, scenario, self.prefix, *arguments], input=answers,
+                              stdout=subprocess.PIPE, text=True, timeout=60, **more)
+
+    def write(self, name, text):
+        path = self.folder / name
+        path.write_bytes(text.encode())
+        return str(path)
+
+    def read(self, suffix):
+        return pathlib.Path(self.prefix + suffix).read_bytes()
+
+    def test_exits_before_start_up_neither_waits_nor_fails(self):
+        run = self.run_host("exits_first")
+        self.assertTrue(run.stdout.endswith("\n\nPROCESS EXITING WITHOUT PROMPT\n\n"), run.stdout)
+        self.assertEqual(run.returncode, 0)
+
+    def test_exits_waits_for_enter_and_ends_with_code_1(self):
+        host = subprocess.Popen([HOST, "exits", self.prefix], stdin=subprocess.PIPE,
+                                stdout=subprocess.PIPE, text=True)
+        output = ""
+        while not output.endswith("\nPress Enter to Close"):
+            output += host.stdout.read(1) or self.fail(output)
+        self.assertIsNone(host.poll())
+        rest, _ = host.communicate("\n", timeout=60)
+        self.assertEqual(host.returncode, 1)
+        self.assertNotIn("host goes on", rest)
+
+    def test_exits_does_not_wait_for_ever_without_standard_input(self):
+        self.assertEqual(self.run_host("exits").returncode, 1)
+        closed = subprocess.run([HOST, "exits", self.prefix], stdout=subprocess.DEVNULL, timeout=60,
+                                preexec_fn=lambda: os.close(0))
+        self.assertEqual(closed.returncode, 1)
+
+    def test_missing_control_file_is_asked_for_until_it_is_there(self):
+        other = self.write("other.mcf", "Slump Slope == 2\n")
+        run = self.run_host("control_file", "missing.mcf", answers=f"\n{other}\n")
+        self.assertIn('CHECK 0008 - "missing.mcf" cannot be found or opened.\n', run.stdout)
+        self.assertIn("No file name entered.  Trying file again...", run.stdout)
+        self.assertIn("host goes on", run.stdout)
+        self.assertEqual(run.returncode, 7)
+
+    def test_unanswered_question_ends_the_run_in_order(self):
+        run = self.run_host("control_file", "missing.mcf")
+        self.assertIn("Check file exists and press enter or enter another file name: ", run.stdout)
+        self.assertNotIn("host goes on", run.stdout)
+        self.assertEqual(run.returncode, 1)
+        self.assertIn(b"NIVARO MORPHOLOGY", self.read(".mlf"))
+
+    def test_bad_control_file_ends_the_run_with_its_message_in_the_log(self):
+        control = self.write("bad.mcf", "Slump Slope == steep\n")
+        run = self.run_host("control_file", control, answers="\n")
+        self.assertEqual(run.returncode, 1)
+        self.assertIn(b"ERROR - Reading parameter(s)", self.read(".mlf"))
+        self.assertIn(b"Slump Slope == steep", self.read(".mlf"))
+
+    def test_normal_end_leaves_every_file_whole(self):
+        run = self.run_host("run", self.write("run.mcf", "Slump Slope == 2\n"))
+        self.assertEqual(run.returncode, 7)
+        dataset = self.read("_morDH.dat")
+        self.assertEqual(len(dataset), HEADER_BYTES + 3 * RECORD_BYTES + 4)
+        for record in range(3):
+            card, status, hours = struct.unpack_from(
+                "<ibf", dataset, HEADER_BYTES + record * RECORD_BYTES)
+            self.assertEqual((card, status, hours), (200, 1, float(record)))
+        self.assertEqual(struct.unpack("<i", dataset[-4:])[0], 210)
+        self.assertEqual(self.read(".mlf").count(b"one more record\n"), 3)
+
+    def test_killed_host_loses_no_record_and_no_line(self):
+        control = self.write("run.mcf", "")
+        host = subprocess.Popen([HOST, "endless", self.prefix, control],
+                                stdin=subprocess.DEVNULL, stdout=subprocess.PIPE)
+        for line in host.stdout:
+            if line == b"one more record\n":
+                break
+        time.sleep(0.05)
+        host.send_signal(signal.SIGKILL)
+        shown = 1 + host.stdout.read().count(b"one more record\n")
+        host.wait(timeout=60)
+        host.stdout.close()
+        dataset, log = self.read("_morDH.dat"), self.read(".mlf")
+        self.assertGreaterEqual((len(dataset) - HEADER_BYTES) // RECORD_BYTES, shown)
+        self.assertGreaterEqual(log.count(b"one more record\n"), shown)
+        self.assertTrue(log.endswith(b"\n"))
+
+    def test_full_disk_ends_the_run_and_names_the_file(self):
+        os.symlink("/dev/full", self.prefix + "_morDH.dat")
+        run = self.run_host("run", self.write("run.mcf", ""), answers="\n")
+        self.assertEqual(run.returncode, 1)
+        self.assertIn("ERROR - Could not write file \"" + self.prefix + "_morDH.dat\"", run.stdout)
+        self.assertIn(b"ERROR - Could not write file", self.read(".mlf"))
+
+    def test_full_disk_of_the_log_is_no_reason_to_stop(self):
+        os.symlink("/dev/full", self.prefix + ".mlf")
+        self.assertEqual(self.run_host("run", self.write("run.mcf", "")).returncode, 7)
+
+    def test_closed_standard_output_is_no_reason_to_stop(self):
+        control = self.write("run.mcf", "")
+        closed = subprocess.run([HOST, "run", self.prefix, control], stdin=subprocess.DEVNULL,
+                                timeout=60, preexec_fn=lambda: os.close(1))
+        self.assertEqual(closed.returncode, 7)
+        self.assertEqual(len(self.read("_morDH.dat")), HEADER_BYTES + 3 * RECORD_BYTES + 4)
+
+    def test_output_folder_is_made_without_a_shell(self):
+        self.prefix = str(self.folder / "a; touch b" / "$(c)" / "run")
+        self.assertEqual(self.run_host("run", self.write("run.mcf", "")).returncode, 7)
+        self.assertTrue(pathlib.Path(self.prefix + ".mlf").exists())
+        self.assertFalse((self.folder / "b").exists())
+
+
+if __name__ == "__main__":
+    HOST = os.path.abspath(sys.argv.pop(1))
+    unittest.main()
