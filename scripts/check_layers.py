@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Checks that includes run down the floors of docs/architecture.md, without cycles between files,
-and that nothing but the module itself holds static state.
+"""Checks that includes run down the floors (the table in docs/architecture.md), without cycles
+between files, and that nothing but the module itself holds static state.
 
 Usage: check_layers.py [SRC_FOLDER]
 """
@@ -8,25 +8,7 @@ import pathlib
 import re
 import sys
 
-# Folder of src/ -> folders whose headers it may include beside its own. docs/architecture.md shows
-# the same table.
-FLOORS = {
-    "platform": [],
-    "text": ["platform"],
-    "files": ["platform", "text"],
-    "messages/gis": ["platform", "text", "files"],
-    "messages": ["platform", "text", "files", "messages/gis"],
-    "spatial": ["platform", "text", "files", "messages"],
-    "morphology": ["platform"],
-    "output": ["platform", "text", "files", "messages"],
-    "control": ["platform", "text", "files", "messages", "spatial", "morphology"],
-    "interface": ["platform", "text", "files", "messages", "messages/gis", "spatial", "morphology",
-                  "output", "control"],
-    "exports": ["platform", "text", "files", "messages", "spatial", "morphology", "output",
-                "control", "interface"],
-}
-
-# What a folder may include of another one that it is not otherwise above: data only.
+# What control may include of the kernel: data only.
 CONTROL_FROM_MORPHOLOGY = {"morphology/parameters.hpp", "morphology/fields.hpp"}
 
 # The morphology kernel is pure: nothing of the platform that could do input or output.
@@ -43,20 +25,26 @@ STATIC = re.compile(r"^\s*(?:inline\s+)?(?:static|thread_local)\s+(?!const\b|con
                     r"[\w:<>,\s*&]+?\b\w+\s*(?:=[^=]|;|\{[^}]*\};)")
 
 
+def read_floors(document):
+    """Folder of src/ -> folders whose headers it may include beside its own."""
+    rows = re.findall(r"^\| `([\w/]+)` \|([^|]*)\|", document.read_text(encoding="utf-8"), re.M)
+    return {folder: re.findall(r"`([\w/]+)`", allowed) for folder, allowed in rows
+            if not folder.startswith("tests")}
+
+
 def floor_of(path):
-    folder = str(pathlib.PurePosixPath(path).parent)
-    return folder
+    return str(pathlib.PurePosixPath(path).parent)
 
 
-def check_include(file, floor, include, errors):
+def check_include(floors, file, floor, include, errors):
     if include == PUBLIC_HEADER:
         if floor not in PUBLIC_HEADER_USERS:
             errors.append(f"{file}: {floor} must not include {include}")
         return
     target = floor_of(include)
-    if target not in FLOORS:
+    if target not in floors:
         errors.append(f"{file}: includes {include}, which is in no floor")
-    elif target != floor and target not in FLOORS[floor]:
+    elif target != floor and target not in floors[floor]:
         errors.append(f"{file}: {floor} must not include {include}")
     elif (floor, target) == ("control", "morphology") and include not in CONTROL_FROM_MORPHOLOGY:
         errors.append(f"{file}: control may include only data of the kernel, not {include}")
@@ -89,18 +77,19 @@ def find_cycle(graph):
 def main():
     root = pathlib.Path(__file__).resolve().parent.parent
     src = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else root / "src"
+    floors = read_floors(root / "docs" / "architecture.md")
     errors, graph, count = [], {}, 0
     for path in sorted(src.rglob("*.[ch]pp")):
         file = path.relative_to(src).as_posix()
         floor = floor_of(file)
         count += 1
-        if floor not in FLOORS:
+        if floor not in floors:
             errors.append(f"{file}: {floor} is no floor")
             continue
         text = path.read_text(encoding="utf-8")
         includes = re.findall(r'^#include "([^"]+)"', text, re.M)
         for include in includes:
-            check_include(file, floor, include, errors)
+            check_include(floors, file, floor, include, errors)
         graph[file] = [i for i in includes if i != PUBLIC_HEADER]
         if file not in STATE_OWNERS:
             for number, line in enumerate(text.splitlines(), 1):
