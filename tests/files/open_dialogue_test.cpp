@@ -1,0 +1,340 @@
+#include "files/open_dialogue.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "support/temp_folder.hpp"
+#include "support/test_process.hpp"
+
+namespace nivaro {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr const char* kNameQuestion =
+    "Check file exists and press enter or enter another file name: ";
+
+class OpenDialogueTest : public testing::Test {
+ protected:
+  std::int32_t open(const std::string& path, const std::string& mode, std::int32_t unit = 2001) {
+    return dialogue.openUnit({unit, path, mode, 12});
+  }
+
+  // The exit code of an opening that ends the run; -1 when it does not.
+  int exitCodeOf(const std::string& path, const std::string& mode) {
+    try {
+      open(path, mode, 2009);
+      return -1;
+    } catch (const test::ProcessEnded& ended) {
+      return ended.exitCode;
+    }
+  }
+
+  bool isOpen(std::int32_t unit) { return units.find(unit) != nullptr; }
+
+  std::string announcement(const std::string& mode, const std::string& path) {
+    return "\nTrying to open (" + mode + ") file " + path + "...";
+  }
+
+  // The pause is answered by an action rather than a text: what the person does before Enter.
+  struct ActingConsole final : Console {
+    void line(std::string_view text) override { script.line(text); }
+    void open(std::string_view text) override { script.open(text); }
+    bool readLine(std::string& answer) override {
+      if (beforeAnswer) beforeAnswer();
+      return script.readLine(answer);
+    }
+    test::ScriptedConsole script;
+    std::function<void()> beforeAnswer;
+  };
+
+  test::TempFolder folder;
+  ActingConsole console;
+  std::string& output = console.script.output;
+  std::deque<std::string>& answers = console.script.answers;
+  test::RecordingProcess process;
+  UnitTable units;
+  Termination termination{console, process};
+  OpenDialogue dialogue{console, process, units, termination};
+};
+
+TEST_F(OpenDialogueTest, ShowsTheOutcomeOnTheLineOfTheAnnouncement) {
+  const std::string path = folder.path("run.mlf");
+  EXPECT_EQ(open(path, "O "), 2001);
+  EXPECT_EQ(output, announcement("O", path) + "OK.  File Unit:2001\n");
+  EXPECT_TRUE(isOpen(2001));
+}
+
+TEST_F(OpenDialogueTest, ShowsPathsAsGiven) {
+  folder.write("Model.mif", "x\n");
+  const std::string path = folder.path("model.MIF");
+  open("  " + path + "  ", "I ");
+  EXPECT_THAT(output, HasSubstr("file " + path + "...OK."));
+}
+
+TEST_F(OpenDialogueTest, SaysNothingAfterTheAnnouncementInModeIo) {
+  EXPECT_EQ(open(folder.path("file"), "IO"), 2001);
+  EXPECT_EQ(output, announcement("IO", folder.path("file")));
+}
+
+TEST_F(OpenDialogueTest, OpensEveryModeAsItsRowSays) {
+  for (const OpenMode& mode : kOpenModes) {
+    const std::string code(mode.code);
+    const bool keeps =
+        mode.isInput || code[0] == 'A' || code[0] == 'S' || code[0] == 'D' || code == "IO";
+    const std::string path = folder.write("file", "kept");
+    EXPECT_EQ(open(path, code), 2001) << code;
+    ASSERT_TRUE(isOpen(2001)) << code;
+    EXPECT_EQ(units.find(2001)->options().recordLength, mode.callersLength ? 12
+                                                        : code == "DX"     ? 4
+                                                                           : 0)
+        << code;
+    units.close(2001);
+    EXPECT_EQ(folder.read("file"), keeps ? "kept" : "") << code;
+  }
+}
+
+TEST_F(OpenDialogueTest, CreatesWhatIsMissingExceptForInputsAndDirectOutput) {
+  for (const OpenMode& mode : kOpenModes) {
+    if (mode.isInput || mode.code == "DX") continue;
+    fs::remove(folder.path("file"));
+    open(folder.path("file"), std::string(mode.code));
+    units.close(2001);
+    EXPECT_TRUE(fs::exists(folder.path("file"))) << mode.code;
+  }
+}
+
+TEST_F(OpenDialogueTest, AsksForAnotherNameUntilTheInputFileIsThere) {
+  folder.write("there.mcf", "");
+  const std::string missing = folder.path("missing.mcf");
+  const std::string there = folder.path("there.mcf");
+  answers = {"", "  " + there + " "};
+
+  EXPECT_EQ(open(missing, "I "), 2001);
+
+  const std::string round = announcement("I", missing) + "\nCHECK 0008 - \"" + missing +
+                            "\" cannot be found or opened.\n" + kNameQuestion;
+  EXPECT_EQ(output, round + "No file name entered.  Trying file again...\n" + round +
+                        announcement("I", there) + "OK.  File Unit:2001\n");
+}
+
+TEST_F(OpenDialogueTest, FindsAFileThatIsCreatedMeanwhile) {
+  console.beforeAnswer = [&] { folder.write("late.mif", ""); };
+  answers = {""};
+  EXPECT_EQ(open(folder.path("late.mif"), "I "), 2001);
+}
+
+TEST_F(OpenDialogueTest, CountsEightyCharactersOfAnAnsweredName) {
+  folder.write("there", "");
+  const std::string there = folder.path("there");
+  ASSERT_LT(there.size(), 80u);
+  answers = {there + std::string(80 - there.size(), ' ') + "beyond"};
+  EXPECT_EQ(open(folder.path("missing"), "I "), 2001);
+}
+
+TEST_F(OpenDialogueTest, ListsInputFilesThatDifferInCaseOnly) {
+  folder.write("run.mcf", "");
+  folder.write("RUN.mcf", "");
+  answers = {folder.path("run.mcf")};
+  EXPECT_EQ(open(folder.path("Run.mcf"), "I "), 2001);
+  EXPECT_THAT(output, HasSubstr("cannot be found or opened.\n"
+                                "The name differs only in letter case from each of:\n"
+                                "   " +
+                                folder.path("RUN.mcf") + "\n   " + folder.path("run.mcf") + "\n" +
+                                kNameQuestion));
+}
+
+TEST_F(OpenDialogueTest, TakesNoFolderForAnInputFile) {
+  fs::create_directory(folder.path("layer.mif"));
+  EXPECT_EQ(exitCodeOf(folder.path("layer.mif"), "I "), 1);
+  EXPECT_THAT(output, HasSubstr("CHECK 0008"));
+}
+
+TEST_F(OpenDialogueTest, OffersToCloseAnOutputFileThatIsOpen) {
+  const std::string path = folder.path("out");
+  open(path, "O ");
+  output.clear();
+  answers = {"yes"};
+
+  EXPECT_EQ(open(path, "O ", 2002), 2002);
+
+  EXPECT_EQ(output, announcement("O", path) + "\n" + path +
+                        " is already open, close it? OK.  File Unit:2002\n");
+  EXPECT_FALSE(isOpen(2001));
+}
+
+TEST_F(OpenDialogueTest, AsksForANameWhenTheOpenFileIsToStayOpen) {
+  const std::string path = folder.path("out");
+  open(path, "O ");
+  answers = {" y", "", "no", folder.path("other")};  // only the first character counts
+
+  EXPECT_EQ(open(path, "O ", 2002), 2002);
+
+  EXPECT_THAT(output, HasSubstr(" is already open, close it? " + std::string(kNameQuestion) +
+                                "No file name entered.  Trying file again...\n\nTrying to open"));
+  EXPECT_TRUE(isOpen(2001));
+  EXPECT_EQ(units.find(2002)->path(), folder.path("other"));
+}
+
+TEST_F(OpenDialogueTest, OpensSharedAndInputFilesTwiceWithoutAQuestion) {
+  const std::string path = folder.path("out");
+  open(path, "O ");
+  for (const char* mode : {"I ", "A ", "AB", "S ", "SB", "SE"})
+    EXPECT_EQ(open(path, mode, 2002), 2002) << mode;
+  EXPECT_TRUE(isOpen(2001));
+}
+
+TEST_F(OpenDialogueTest, EndsWhereTheOpenFileCannotBeClosed) {
+  if (!fs::exists("/dev/full")) GTEST_SKIP();
+  open("/dev/full", "O ");
+  units.find(2001)->writeRecord("lost");
+  answers = {"Y"};
+  EXPECT_EQ(exitCodeOf("/dev/full", "O "), 1);
+  EXPECT_THAT(output, HasSubstr("close it?   Unable to close file.\n"));
+}
+
+TEST_F(OpenDialogueTest, OpensNothingInAnUnknownMode) {
+  EXPECT_EQ(open(folder.path("file"), "XX"), 2001);
+  EXPECT_THAT(output,
+              HasSubstr("...  Unrecognised file type XX file " + folder.path("file") + "\n"));
+  EXPECT_FALSE(isOpen(2001));
+  EXPECT_FALSE(fs::exists(folder.path("file")));
+
+  EXPECT_EQ(open("name" + std::string(100, 'x'), "o "), 2001);  // codes are in upper case
+  EXPECT_THAT(output, HasSubstr("type o  file name" + std::string(76, 'x') + "\n"));
+}
+
+TEST_F(OpenDialogueTest, CreatesMissingFolders) {
+  const std::string path = folder.path("results\\2d/bed.dat");
+  EXPECT_EQ(open(path, "A "), 2001);
+  EXPECT_EQ(output, announcement("A", path) + "Can't Open: " + path + "\nOK.  File Unit:2001\n");
+  EXPECT_TRUE(fs::exists(folder.path("results/2d/bed.dat")));
+}
+
+TEST_F(OpenDialogueTest, WaitsWhereAFolderCannotBeCreated) {
+  folder.write("results", "a file in the way");
+  const std::string path = folder.path("results/bed.dat");
+  console.beforeAnswer = [&] { fs::remove(folder.path("results")); };
+  answers = {""};
+
+  EXPECT_EQ(open(path, "O "), 2001);
+
+  std::string shown = folder.path("results/");
+  std::replace(shown.begin(), shown.end(), '/', '\\');
+  EXPECT_EQ(output, announcement("O", path) + "Can't Open: " + path + "\n\n Can't open: " + path +
+                        "\n\n\nCould not create folder: " + shown +
+                        "\n\nPress Enter to Continue\nCan't Open: " + path +
+                        "\nOK.  File Unit:2001\n");
+}
+
+std::string lockedText(const std::string& path) {
+  return "Can't Open: " + path + "\n\n Can't open: " + path +
+         "\n\n Another application or user maybe using it,\n"
+         "    or the file's folder does not exist.\n"
+         " If so, close the file or create file path.\n"
+         "\nPress Enter to Continue\n";
+}
+
+TEST_F(OpenDialogueTest, WaitsForAFileThatCannotBeOpened) {
+  folder.write("out", "");
+  folder.write("OUT", "");  // which of the two is meant by "Out"?
+  const std::string path = folder.path("Out");
+  console.beforeAnswer = [&] { fs::remove(folder.path("OUT")); };
+  answers = {""};
+
+  EXPECT_EQ(open(path, "O "), 2001);
+
+  EXPECT_THAT(output, HasSubstr("Can't Open: " + path + "\nThe name differs only in letter case"));
+  EXPECT_THAT(output, HasSubstr("Press Enter to Continue\nOK.  File Unit:2001\n"));
+  EXPECT_EQ(units.find(2001)->path(), folder.path("out"));
+}
+
+// The folder is there, and yet the file cannot be opened: creating folders again would go on
+// forever.
+TEST_F(OpenDialogueTest, WaitsWhereTheFolderIsThereAndTheFileStillFails) {
+  const std::string path = folder.path("out");
+  fs::create_directory(path);
+  console.beforeAnswer = [&] { fs::remove(path); };
+  answers = {""};
+
+  EXPECT_EQ(open(path, "O "), 2001);
+
+  EXPECT_EQ(output, announcement("O", path) + "Can't Open: " + path + "\n" + lockedText(path) +
+                        "OK.  File Unit:2001\n");
+}
+
+TEST_F(OpenDialogueTest, ReplacesAFileOfAnotherCase) {
+  folder.write("Bed.DAT", "old");
+  open(folder.path("bed.dat"), "O ");
+  EXPECT_EQ(folder.read("Bed.DAT"), "");
+  EXPECT_FALSE(fs::exists(folder.path("bed.dat")));
+}
+
+// Every question ends the run once nobody can answer: files closed, reason given, exit code 1.
+TEST_F(OpenDialogueTest, EndsTheRunAtAQuestionThatNobodyCanAnswer) {
+  int hooks = 0;
+  const auto expectEnd = [&](const std::string& path, const std::string& mode,
+                             const char* question) {
+    output.clear();
+    hooks = 0;
+    termination.addHook([&] { ++hooks; });
+    EXPECT_EQ(exitCodeOf(path, mode), 1) << question;
+    EXPECT_EQ(hooks, 1) << question;
+    EXPECT_THAT(output, HasSubstr(std::string("nobody can answer: ") + question)) << question;
+    EXPECT_THAT(output, Not(HasSubstr("Press Enter to Close"))) << question;
+  };
+  const std::string open1 = folder.path("open");
+  open(open1, "O ");
+  folder.write("file", "");
+  fs::create_directory(folder.path("folder"));
+
+  expectEnd(folder.path("missing"), "I ", "Check file exists and press enter or enter another");
+  expectEnd(open1, "O ", (open1 + " is already open, close it?\n").c_str());
+  expectEnd(folder.path("folder"), "O ", "Press Enter to Continue\n");
+  expectEnd(folder.path("file/sub/x"), "O ", "Press Enter to Continue\n");
+}
+
+// A socket is there, is no folder, and cannot be opened by anybody.
+class WithLockedFile : public OpenDialogueTest {
+ protected:
+  WithLockedFile() { mknod(path.c_str(), S_IFSOCK | S_IRUSR | S_IWUSR, 0); }
+  std::string path = folder.path("file");
+};
+
+TEST_F(WithLockedFile, EndsTheRunForInputs) {
+  EXPECT_EQ(exitCodeOf(path, "I "), 1);
+  EXPECT_EQ(output, announcement("I", path) + "\nCould not open \"" + path +
+                        "\": No such device or address\n");
+}
+
+TEST_F(WithLockedFile, EndsTheRunForInputAndOutputInOne) {
+  EXPECT_EQ(exitCodeOf(path, "IO"), 1);
+  EXPECT_THAT(output, HasSubstr("\nCould not open \""));
+}
+
+TEST_F(WithLockedFile, GivesNoUnitWhenAppending) {
+  EXPECT_EQ(open(path, "A "), 0);
+  EXPECT_EQ(output, announcement("A", path) + "FAILED.  No File Unit allocated.\n");
+}
+
+TEST_F(WithLockedFile, WaitsForOtherOutputs) {
+  console.beforeAnswer = [&] {
+    if (answers.size() == 1) fs::remove(path);
+  };
+  answers = {"", ""};
+  EXPECT_EQ(open(path, "O "), 2001);
+  EXPECT_EQ(output, announcement("O", path) + lockedText(path) + lockedText(path) +
+                        "OK.  File Unit:2001\n");
+}
+
+}  // namespace
+}  // namespace nivaro

@@ -1,0 +1,239 @@
+#include "platform/unit.hpp"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <vector>
+
+#include "support/temp_folder.hpp"
+
+namespace nivaro {
+namespace {
+
+using Form = OpenOptions::Form;
+using Status = OpenOptions::Status;
+using Action = OpenOptions::Action;
+using Position = OpenOptions::Position;
+
+constexpr OpenOptions kRead;
+constexpr OpenOptions kReplace{Form::Formatted, Status::Replace, Action::Write};
+constexpr OpenOptions kUpdate{Form::Formatted, Status::Unknown, Action::ReadWrite};
+
+std::span<const std::byte> asBytes(std::string_view text) {
+  return std::as_bytes(std::span(text));
+}
+
+class UnitTest : public testing::Test {
+ protected:
+  void openToRead(std::string_view content) {
+    ASSERT_EQ(unit.open(folder.write("file", content), kRead), "");
+  }
+  void open(const OpenOptions& options) { ASSERT_EQ(unit.open(folder.path("file"), options), ""); }
+
+  // "<end>" and "<error>" stand for what is no record.
+  std::string next() {
+    std::string_view record;
+    const ReadStatus status = unit.readRecord(record);
+    if (status == ReadStatus::Ok) return std::string(record);
+    return status == ReadStatus::End ? "<end>" : "<error>";
+  }
+
+  test::TempFolder folder;
+  Unit unit;
+};
+
+TEST_F(UnitTest, TakesLinesAsRecords) {
+  struct Case {
+    std::string content;
+    std::vector<std::string> records;
+  };
+  const Case cases[] = {
+      {"", {}},
+      {"a\nb\n", {"a", "b"}},
+      {"a\nb", {"a", "b"}},  // a last line without its end
+      {"a\r\n\r\nb\r\n", {"a", "", "b"}},
+      {"a\rb\nc\r", {"a\rb", "c"}},  // a carriage return elsewhere is a character like any other
+      {"\n\n", {"", ""}},
+      {"\xEF\xBB\xBF"
+       "a\nb\n",
+       {"a", "b"}},
+      {"\xEF\xBB\xBF", {}},
+      {"a\n\xEF\xBB\xBF"
+       "b\n",
+       {"a",
+        "\xEF\xBB\xBF"
+        "b"}},  // only at the start it is a mark
+      {std::string("a\0b\xFF\t\n", 6), {std::string("a\0b\xFF\t", 5)}},
+  };
+  for (const auto& [content, records] : cases) {
+    openToRead(content);
+    for (const std::string& record : records) {
+      EXPECT_FALSE(unit.atEnd()) << content;
+      EXPECT_EQ(next(), record) << content;
+    }
+    EXPECT_TRUE(unit.atEnd()) << content;
+    EXPECT_EQ(next(), "<end>") << content;
+  }
+}
+
+TEST_F(UnitTest, ReadsLinesLongerThanAnyBuffer) {
+  const std::string longLine(1'000'000, 'x');
+  openToRead("short\n" + longLine + "\r\n" + longLine);
+  EXPECT_EQ(next(), "short");
+  EXPECT_TRUE(next() == longLine);
+  EXPECT_TRUE(next() == longLine);
+  unit.backspace();
+  unit.backspace();
+  EXPECT_TRUE(next() == longLine);
+  unit.backspace();
+  unit.backspace();
+  EXPECT_EQ(next(), "short");
+}
+
+TEST_F(UnitTest, StepsBackARecordAtATime) {
+  openToRead(
+      "\xEF\xBB\xBF"
+      "one\n\ntwo");
+  unit.backspace();
+  EXPECT_EQ(next(), "one");
+  unit.backspace();
+  EXPECT_EQ(next(), "one");
+  EXPECT_EQ(next(), "");
+  EXPECT_EQ(next(), "two");
+  unit.backspace();
+  EXPECT_EQ(next(), "two");
+  EXPECT_EQ(next(), "<end>");
+  EXPECT_EQ(next(), "<end>");
+
+  unit.backspace();  // the end is undone first
+  EXPECT_TRUE(unit.atEnd());
+  unit.backspace();
+  EXPECT_EQ(next(), "two");
+  for (int i = 0; i < 5; ++i) unit.backspace();
+  EXPECT_EQ(next(), "one");
+}
+
+// Every record start of a file of several buffers is found again, whichever side of a buffer's edge
+// it lies on.
+TEST_F(UnitTest, StepsBackAcrossBuffers) {
+  const auto record = [](int i) {
+    return std::to_string(i) + std::string(static_cast<std::size_t>(i % 5), '.');
+  };
+  const int count = 30000;  // about 230 000 characters
+  std::string content;
+  for (int i = 0; i < count; ++i) content += record(i) + '\n';
+  openToRead(content);
+  for (int i = 0; i < count; ++i) {
+    ASSERT_EQ(next(), record(i));
+    unit.backspace();
+    ASSERT_EQ(next(), record(i));
+  }
+  for (int i = count - 1; i >= 0; --i) {
+    unit.backspace();
+    ASSERT_EQ(next(), record(i));
+    unit.backspace();
+  }
+  unit.rewind();
+  EXPECT_EQ(next(), record(0));
+}
+
+TEST_F(UnitTest, SeesWhatOthersAddToAFileThatIsBeingRead) {
+  openToRead("a\n");
+  EXPECT_EQ(next(), "a");
+  EXPECT_TRUE(unit.atEnd());
+  std::ofstream(folder.path("file"), std::ios::app) << "b\n";
+  EXPECT_FALSE(unit.atEnd());
+  EXPECT_EQ(next(), "b");
+}
+
+TEST_F(UnitTest, RefusesWhatIsNoReadableFile) {
+  EXPECT_EQ(unit.open(folder.path("missing"), kRead), "No such file or directory");
+  EXPECT_EQ(unit.open(folder.path(""), kRead), "Is a directory");
+  EXPECT_FALSE(unit.isOpen());
+  EXPECT_TRUE(unit.atEnd());
+  EXPECT_EQ(next(), "<error>");
+  EXPECT_FALSE(unit.writeRecord("x"));
+}
+
+TEST_F(UnitTest, WritesRecordsAndBytes) {
+  folder.write("file", "what was there before");
+  open(kReplace);
+  EXPECT_TRUE(unit.writeRecord("one"));
+  EXPECT_TRUE(unit.writeBytes(asBytes("two")));
+  EXPECT_EQ(folder.read("file"), "");
+  EXPECT_TRUE(unit.flush());
+  EXPECT_EQ(folder.read("file"), "one\ntwo");
+
+  const std::string much(200'000, 'x');
+  EXPECT_TRUE(unit.writeRecord(much));
+  EXPECT_TRUE(unit.close());
+  EXPECT_TRUE(folder.read("file") == "one\ntwo" + much + "\n");
+}
+
+TEST_F(UnitTest, OverwritesEarlierBytesAndGoesOnAtTheEnd) {
+  open(kReplace);
+  unit.writeBytes(asBytes("0123456789"));
+  EXPECT_TRUE(unit.overwriteBytes(4, asBytes("xy")));
+  unit.writeBytes(asBytes("!"));
+  unit.close();
+  EXPECT_EQ(folder.read("file"), "0123xy6789!");
+}
+
+TEST_F(UnitTest, AppendsAtTheEnd) {
+  const OpenOptions append{Form::Formatted, Status::Unknown, Action::Write, Position::End};
+  for (const char* text : {"a", "b"}) {
+    open(append);
+    unit.writeRecord(text);
+  }
+  unit.close();
+  EXPECT_EQ(folder.read("file"), "a\nb\n");
+}
+
+TEST_F(UnitTest, ReadsAndWritesInTurn) {
+  folder.write("file", "one\ntwo\nthree\n");
+  open(kUpdate);
+  EXPECT_EQ(next(), "one");
+  unit.writeRecord("TWO");  // over the record that would be read next
+  EXPECT_EQ(next(), "three");
+  EXPECT_EQ(next(), "<end>");
+  unit.writeRecord("four");
+  unit.backspace();
+  EXPECT_EQ(next(), "four");
+  unit.rewind();
+  EXPECT_EQ(next(), "one");
+  EXPECT_EQ(next(), "TWO");
+  unit.close();
+  EXPECT_EQ(folder.read("file"), "one\nTWO\nthree\nfour\n");
+}
+
+TEST_F(UnitTest, ReadsWholeGroupsOfBytes) {
+  folder.write("file",
+               "\xEF\xBB\xBF"
+               "1234");
+  open({Form::Binary});
+  std::byte bytes[4];
+  EXPECT_EQ(unit.readBytes(bytes), ReadStatus::Ok);
+  EXPECT_EQ(bytes[0], std::byte{0xEF});  // no mark in a binary file
+  EXPECT_EQ(unit.readBytes(bytes), ReadStatus::End);
+  EXPECT_EQ(unit.readBytes(std::span(bytes).first(3)), ReadStatus::Ok);
+  EXPECT_EQ(bytes[2], std::byte{'4'});
+}
+
+TEST_F(UnitTest, RemembersTheFirstFailedWrite) {
+  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP();
+  ASSERT_EQ(unit.open("/dev/full", kReplace), "");
+  EXPECT_TRUE(unit.writeRecord("waits in the buffer"));
+  EXPECT_EQ(unit.failure(), "");
+  EXPECT_FALSE(unit.flush());
+  EXPECT_EQ(unit.failure(), "No space left on device");
+  EXPECT_FALSE(unit.writeRecord("dropped"));
+  EXPECT_FALSE(unit.close());
+  EXPECT_EQ(unit.failure(), "No space left on device");
+
+  open(kReplace);
+  EXPECT_EQ(unit.failure(), "");
+}
+
+}  // namespace
+}  // namespace nivaro
