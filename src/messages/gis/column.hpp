@@ -1,0 +1,37 @@
+// The attribute columns of a layer, by name, type and width, and what they are called in each of
+// the two formats.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace nivaro::gis {
+
+enum class ColumnType { Char, Integer, SmallInt, Decimal, Float, Date, Logical };
+
+struct Column {
+  std::string name;
+  ColumnType type = ColumnType::Char;
+  int width = 0;  // needed for Char and Decimal; 0 is the type's own width for the others
+  int decimals = 0;
+};
+
+// A column as a field of a dBase table.
+struct DbaseField {
+  std::string name;  // at most 10 characters
+  char type;
+  int length;
+  int decimals;
+};
+
+// The column's line in a MIF header.
+std::string mifColumn(const Column& column);
+
+DbaseField dbaseField(const Column& column);
+
+// Why these columns cannot be the columns of a layer, empty when they can. Both formats share the
+// narrower limits of dBase, so that a layer can be had in either.
+std::string columnsFault(const std::vector<Column>& columns);
+
+}  // namespace nivaro::gis

@@ -1,0 +1,92 @@
+#include "messages/gis/dbase_file.hpp"
+
+#include <chrono>
+
+#include "messages/gis/byte_buffer.hpp"
+#include "platform/list_input.hpp"
+#include "text/blank_padded.hpp"
+
+namespace nivaro::gis {
+
+namespace {
+
+constexpr int kVersion = 3;
+constexpr int kLatinCodePage = 3;  // language driver of Windows Latin 1, as in the MIF header
+constexpr int kEndOfHeader = 0x0D;
+constexpr int kEndOfFile = 0x1A;
+constexpr std::uint64_t kRecordCountOffset = 4;
+constexpr std::size_t kLongestValue = 256;
+
+std::string fieldContent(const DbaseField& field, std::string_view value) {
+  const auto length = static_cast<std::size_t>(field.length);
+  if (field.type == 'C') return padTo(value, length);
+  const std::string_view number = stripped(value);
+  // Half a number would be a wrong number.
+  if (number.size() > length) return std::string(length, '*');
+  return std::string(length - number.size(), ' ') + std::string(number);
+}
+
+}  // namespace
+
+DbaseTable::DbaseTable(const std::vector<Column>& columns) {
+  for (const Column& column : columns) fields_.push_back(dbaseField(column));
+}
+
+std::uint64_t DbaseTable::recordLength() const {
+  std::uint64_t length = 1;
+  for (const DbaseField& field : fields_) length += static_cast<std::uint64_t>(field.length);
+  return length;
+}
+
+std::uint64_t DbaseTable::endOfRecords() const {
+  return headerLength() + static_cast<std::uint64_t>(recordCount_) * recordLength();
+}
+
+bool DbaseTable::writeHeader(Unit* file) const {
+  const std::chrono::year_month_day today(
+      std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now()));
+
+  ByteBuffer header;
+  header.byte(kVersion)
+      .byte(static_cast<int>(today.year()) - 1900)
+      .byte(static_cast<int>(static_cast<unsigned>(today.month())))
+      .byte(static_cast<int>(static_cast<unsigned>(today.day())))
+      .little(recordCount_)
+      .little(static_cast<std::uint16_t>(headerLength()))
+      .little(static_cast<std::uint16_t>(recordLength()))
+      .zeros(17)
+      .byte(kLatinCodePage)
+      .zeros(2);
+  for (const DbaseField& field : fields_) {
+    header.text(field.name)
+        .zeros(11 - field.name.size())
+        .text(std::string_view(&field.type, 1))
+        .zeros(4)
+        .byte(field.length)
+        .byte(field.decimals)
+        .zeros(14);
+  }
+  header.byte(kEndOfHeader).byte(kEndOfFile);
+  return file != nullptr && file->writeBytes(header.bytes()) && file->flush();
+}
+
+bool DbaseTable::addRecord(Unit* file, std::string_view attributes) {
+  ByteBuffer record;
+  record.text(" ");  // not deleted
+  ListInput values(attributes);
+  for (const DbaseField& field : fields_) {
+    std::string value;
+    values.read(value);
+    record.text(fieldContent(field, std::string_view(value).substr(0, kLongestValue)));
+  }
+  record.byte(kEndOfFile);
+
+  // The record takes the place of the end mark and brings a new one.
+  if (file == nullptr || !file->overwriteBytes(endOfRecords(), record.bytes())) return false;
+  ++recordCount_;
+  ByteBuffer count;
+  count.little(recordCount_);
+  return file->overwriteBytes(kRecordCountOffset, count.bytes()) && file->flush();
+}
+
+}  // namespace nivaro::gis

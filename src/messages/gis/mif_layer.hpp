@@ -1,0 +1,41 @@
+// A layer as a MIF/MID pair.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "files/file_units.hpp"
+#include "messages/gis/layer_spec.hpp"
+#include "messages/gis/object.hpp"
+#include "messages/gis/report.hpp"
+
+namespace nivaro::gis {
+
+class MifLayer {
+ public:
+  explicit MifLayer(FileUnits& files) : files_(files) {}
+
+  MaybeFailure open(const LayerSpec& spec);
+
+  // Written after every object that has geometry; at most 256 characters each.
+  void setStyle(std::string_view line1, std::string_view line2);
+
+  MaybeFailure writeObject(const Object& object);
+
+  // The attributes of the object written last. The pair is whole on the disk afterwards; an object
+  // stays in memory until then, so that a killed host leaves no object without its attributes.
+  MaybeFailure writeRecord(const Object& object, std::string_view attributes);
+
+  MaybeFailure close();
+
+ private:
+  FileUnits& files_;
+  std::string name_;
+  std::int32_t mifUnit_ = 0;
+  std::int32_t midUnit_ = 0;
+  std::string style1_;
+  std::string style2_;
+};
+
+}  // namespace nivaro::gis

@@ -1,0 +1,77 @@
+#include "messages/gis/object.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "text/blank_padded.hpp"
+
+namespace nivaro::gis {
+
+namespace {
+
+std::size_t fewestVertices(ObjectKind kind) {
+  switch (kind) {
+    case ObjectKind::Text:
+      return 3;
+    case ObjectKind::Line:
+      return 2;
+    default:
+      return 1;
+  }
+}
+
+// Part positions as they are used: at least one part, the first at vertex 1 or later.
+std::vector<std::int32_t> raisedParts(const Object& object) {
+  std::vector<std::int32_t> first = object.firstVertex;
+  if (first.empty()) first.push_back(1);
+  first.front() = std::max(first.front(), 1);
+  return first;
+}
+
+}  // namespace
+
+bool hasParts(ObjectKind kind) {
+  return kind == ObjectKind::Line || kind == ObjectKind::Polyline ||
+         kind == ObjectKind::MultiplePolyline || kind == ObjectKind::Region;
+}
+
+std::int32_t firstBadPart(const Object& object) {
+  const std::vector<std::int32_t> first = raisedParts(object);
+  const auto vertexCount = static_cast<std::int32_t>(object.vertices.size());
+  for (std::size_t i = 1; i < first.size(); ++i)
+    if (first[i] <= first[i - 1] || first[i] > vertexCount) return static_cast<std::int32_t>(i) + 1;
+  return 0;
+}
+
+std::vector<Part> partsOf(const Object& object) {
+  const std::vector<std::int32_t> first = raisedParts(object);
+  const Part all(object.vertices);
+  std::vector<Part> parts;
+  for (std::size_t i = 0; i < first.size(); ++i) {
+    const auto begin = std::min(static_cast<std::size_t>(first[i] - 1), all.size());
+    const auto end = i + 1 < first.size() ? static_cast<std::size_t>(first[i + 1] - 1) : all.size();
+    parts.push_back(all.subspan(begin, end - begin));
+  }
+  return parts;
+}
+
+bool isDrawable(const Object& object) {
+  if (object.kind == ObjectKind::Unset || object.kind == ObjectKind::None) return false;
+  if (object.vertices.size() < fewestVertices(object.kind)) return false;
+  if (hasParts(object.kind) && partsOf(object).front().empty()) return false;
+  return std::all_of(object.vertices.begin(), object.vertices.end(), [](const Vertex& vertex) {
+    return std::isfinite(vertex.x) && std::isfinite(vertex.y);
+  });
+}
+
+std::string quotedText(std::string_view text, std::size_t limit) {
+  std::string quoted = "\"";
+  for (const char c : trimmed(text)) {
+    const std::size_t needed = c == '"' ? 2 : 1;
+    if (quoted.size() + needed + 1 > limit) break;
+    quoted.append(needed, c);
+  }
+  return quoted + '"';
+}
+
+}  // namespace nivaro::gis

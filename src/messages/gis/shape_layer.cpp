@@ -1,0 +1,126 @@
+#include "messages/gis/shape_layer.hpp"
+
+#include "messages/gis/layer_files.hpp"
+#include "platform/support.hpp"
+#include "text/blank_padded.hpp"
+
+namespace nivaro::gis {
+
+namespace {
+
+Failure shapeFailure() {
+  return {"ERROR 0439 - Writing .shp file object coordinates."};
+}
+Failure tableFailure() {
+  return {"ERROR 0417 - Writing .dbf record."};
+}
+
+}  // namespace
+
+std::string_view subLayerSuffix(ObjectKind kind) {
+  switch (kind) {
+    case ObjectKind::Point:
+    case ObjectKind::Multipoint:
+    case ObjectKind::Text:
+      return "_P";
+    case ObjectKind::Line:
+    case ObjectKind::Polyline:
+    case ObjectKind::MultiplePolyline:
+      return "_L";
+    case ObjectKind::Region:
+      return "_R";
+    case ObjectKind::Unset:
+    case ObjectKind::None:
+      return "";
+  }
+  return "";
+}
+
+MaybeFailure ShapeLayer::open(const LayerSpec& spec) {
+  struct Wanted {
+    bool open;
+    std::string_view suffix;
+    ShapeType type;
+  };
+  for (const auto& [open, suffix, type] :
+       {Wanted{spec.points, "_P", ShapeType::Point}, Wanted{spec.lines, "_L", ShapeType::Polyline},
+        Wanted{spec.regions, "_R", ShapeType::Polygon}}) {
+    if (!open) continue;
+    if (auto failure = openSubLayer(spec, suffix, type)) return failure;
+  }
+  return {};
+}
+
+MaybeFailure ShapeLayer::openSubLayer(const LayerSpec& spec, std::string_view suffix,
+                                      ShapeType type) {
+  const std::string name = spec.name + std::string(suffix);
+  SubLayer& sub = subLayers_.emplace_back(SubLayer{
+      .suffix = suffix, .geometry = ShapeGeometry(type), .table = DbaseTable(spec.columns)});
+  if (auto failure = openLayerFile(files_, name + ".shp", "BO", sub.shpUnit)) return failure;
+  if (auto failure = openLayerFile(files_, name + ".shx", "BO", sub.shxUnit)) return failure;
+  if (auto failure = openLayerFile(files_, name + ".dbf", "BO", sub.dbfUnit)) return failure;
+  if (!sub.geometry.startFiles(unitsOf(sub))) return headerFailure(name + ".shp");
+  if (!sub.table.writeHeader(files_.find(sub.dbfUnit))) return headerFailure(name + ".dbf");
+  if (trimmed(spec.projection).empty()) return {};
+
+  std::int32_t prjUnit = 0;
+  if (auto failure = openLayerFile(files_, name + ".prj", "O ", prjUnit)) return failure;
+  Unit* prj = files_.find(prjUnit);
+  if (!prj->writeRecord(trimmed(spec.projection)) || !prj->flush())
+    return headerFailure(name + ".prj");
+  files_.closeFile(prjUnit);
+  return {};
+}
+
+MaybeFailure ShapeLayer::writeObject(const Object& object) {
+  if (object.kind == ObjectKind::Unset)
+    return Failure{"Should not be here [gisWriteObject-shp].  Please contact " +
+                   std::string(kSupportAddress)};
+  const std::vector<SubLayer*> subLayers = subLayersFor(object.kind);
+  if (subLayers.empty()) return shapeFailure();
+  for (SubLayer* sub : subLayers) {
+    if (!sub->geometry.accepts(object))
+      return Failure{
+          "ERROR 0350 - Trying to write a SHP object that is not yet supported.  Please contact " +
+          std::string(kSupportAddress)};
+    if (!sub->geometry.add(unitsOf(*sub), object)) return shapeFailure();
+  }
+  return {};
+}
+
+MaybeFailure ShapeLayer::writeRecord(const Object& object, std::string_view attributes) {
+  const std::vector<SubLayer*> subLayers = subLayersFor(object.kind);
+  if (subLayers.empty()) return tableFailure();
+  for (SubLayer* sub : subLayers) {
+    // The table first: readers pass over a record without a shape.
+    if (!sub->table.addRecord(files_.find(sub->dbfUnit), attributes)) return tableFailure();
+    if (!sub->geometry.writeHeaders(unitsOf(*sub))) return shapeFailure();
+  }
+  return {};
+}
+
+MaybeFailure ShapeLayer::close() {
+  MaybeFailure failure;
+  for (SubLayer& sub : subLayers_) {
+    if (!sub.geometry.writeHeaders(unitsOf(sub)) && !failure) failure = shapeFailure();
+    files_.closeFile(sub.shpUnit);
+    files_.closeFile(sub.shxUnit);
+    files_.closeFile(sub.dbfUnit);
+  }
+  return failure;
+}
+
+// A null object goes wherever there are files.
+std::vector<ShapeLayer::SubLayer*> ShapeLayer::subLayersFor(ObjectKind kind) {
+  const std::string_view suffix = subLayerSuffix(kind);
+  std::vector<SubLayer*> found;
+  for (SubLayer& sub : subLayers_)
+    if (kind == ObjectKind::None || sub.suffix == suffix) found.push_back(&sub);
+  return found;
+}
+
+ShapeUnits ShapeLayer::unitsOf(const SubLayer& sub) const {
+  return {files_.find(sub.shpUnit), files_.find(sub.shxUnit)};
+}
+
+}  // namespace nivaro::gis

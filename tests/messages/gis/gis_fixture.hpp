@@ -1,0 +1,111 @@
+// A layer table with real files in a folder of its own, and objects of every kind.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+#include "files/file_units.hpp"
+#include "files/termination.hpp"
+#include "messages/gis/layer_table.hpp"
+#include "platform/unit_table.hpp"
+#include "support/temp_folder.hpp"
+#include "support/test_process.hpp"
+
+namespace nivaro::gis::test {
+
+class GisTest : public testing::Test {
+ protected:
+  GisTest() {
+    files.initFileUnits(2000);
+    console.answers.push_back("");  // to "Press Enter to Close"
+    termination.addHook([this] { layers.gisCloseAll(); });
+    termination.addHook([this] {
+      ++poolClosings;
+      files.closeAllAtExit();
+    });
+  }
+
+  LayerSpec spec(LayerFormat format, std::string_view name) const {
+    return {.format = format,
+            .name = folder.path(name),
+            .columns = {{"Message", ColumnType::Char, 60}, {"Link", ColumnType::Char, 40}}};
+  }
+
+  std::int32_t openMif(std::string_view name = "a") {
+    return layers.gisOpenLayer(spec(LayerFormat::Mif, name));
+  }
+  std::int32_t openShapes(std::string_view name = "a") {
+    return layers.gisOpenLayer(spec(LayerFormat::Shape, name));
+  }
+
+  void write(std::int32_t layer, const Object& object, std::string_view attributes = "\"m\",\"\"") {
+    layers.gisWriteObject(layer, object);
+    layers.gisWriteRecord(layer, object, attributes);
+  }
+
+  // What the screen shows of a call that ends the run.
+  template <typename Call>
+  std::string shownWhenStopping(Call call) {
+    console.output.clear();
+    EXPECT_THROW(call(), nivaro::test::ProcessEnded);
+    return console.output;
+  }
+
+  // A file of this name takes no byte, as on a full disk.
+  void makeFull(std::string_view name) const {
+    std::filesystem::create_symlink("/dev/full", folder.path(name));
+  }
+
+  nivaro::test::TempFolder folder;
+  nivaro::test::ScriptedConsole console;
+  nivaro::test::RecordingProcess process;
+  UnitTable units;
+  Termination termination{console, process};
+  FileUnits files{console, process, units, termination};
+  LayerTable layers{console, files, termination};
+  int poolClosings = 0;
+};
+
+inline Object objectOf(ObjectKind kind, std::vector<Vertex> vertices,
+                       std::vector<std::int32_t> firstVertex = {1}) {
+  return {.kind = kind,
+          .firstVertex = std::move(firstVertex),
+          .vertices = std::move(vertices),
+          .label = kind == ObjectKind::Text ? "\"m\"" : "",
+          .name = "Object"};
+}
+
+inline Object pointAt(double x, double y) {
+  return objectOf(ObjectKind::Point, {{x, y}});
+}
+
+inline const Object kNullObject = objectOf(ObjectKind::None, {});
+
+// A square of 10 with a square hole of 2 in its middle, both counter-clockwise, and an island of
+// half a unit in the hole: three closed rings of five vertices.
+inline Object ringedRegion() {
+  return objectOf(ObjectKind::Region,
+                  {{0, 0},
+                   {10, 0},
+                   {10, 10},
+                   {0, 10},
+                   {0, 0},  //
+                   {4, 4},
+                   {6, 4},
+                   {6, 6},
+                   {4, 6},
+                   {4, 4},  //
+                   {5, 5},
+                   {5.5, 5},
+                   {5.5, 5.5},
+                   {5, 5.5},
+                   {5, 5}},
+                  {1, 6, 11});
+}
+
+}  // namespace nivaro::gis::test
