@@ -18,8 +18,8 @@
  *               the bed elevation. The bed change that the module reports is positive upward.
  *   Units       SI: m, s, m/s, kg/m3. Bed transport is kg/(s m).
  *   Threads     All calls come from one thread. The module keeps one model per process.
- *   Errors      No routine returns an error code for bad input: a message goes to the screen and
- * the log, files are closed, and the process ends (EXITS) with exit code 1.
+ *   Errors      No routine returns an error code for bad input: a message goes to screen and log,
+ *               files are closed, and the process ends (EXITS) with exit code 1.
  *
  * CALLING ORDER
  *   1. QVMOR_INITIALISE_S1                      once, before anything else
@@ -118,7 +118,7 @@ NIVARO_API void QVMOR_INITIALISE_S1(
     nivaro_length host_projection_length) NIVARO_NOEXCEPT;
 
 /* Settings of the dataset. `time_code_switch` 0 or less: times are written as given (hours by
- * custom) NIVARO_NOEXCEPT; 1 or more: time / 1000 + 100 * offset. A `flag_depth_threshold` above 0
+ * custom); 1 or more: time / 1000 + 100 * offset. A `flag_depth_threshold` above 0
  * flags a cell only where its two depth terms together exceed it. `num_data` values and `num_cells`
  * flags make a time record, summed over all domains. */
 NIVARO_API void QVMOR_INITIALISE_S2(const int32_t* time_code_switch,

@@ -14,8 +14,9 @@ constexpr double kLargestExponent = 10.0;        // beyond it the cell keeps all
 
 // With inflow qi, equilibrium qe and mean discharge Q per unit width:
 //
-//   c = qi / Q,   alpha = (1 - (qe / qi)^0.2) K c ws / (qi - qe),   D = (1 - e^(-alpha dx)) (qi -
-//   qe)
+//   c = qi / Q
+//   alpha = (1 - (qe / qi)^0.2) K c ws / (qi - qe)
+//   D = (1 - e^(-alpha dx)) (qi - qe)
 Deposition deposition(const Settling& cell, double cellSize, double fallVelocity,
                       double concentrationFactor) {
   double discharge = 0.5 * (cell.inVelocity * cell.inDepth + cell.outVelocity * cell.outDepth);

@@ -1,12 +1,14 @@
 // Equations, in the order and notation of docs/numerics.md:
 //
-//   D* = D50 ((s - 1) g / nu^2)^(1/3)                      grain size
-//   Lc = log10(12 h / ks),  Lg = log10(12 h / (3 D90))     velocity profile over bed and over
-//   grains tau' = 0.03 U^2 rho_w mu / Lc^2,  mu = fc' / fc        effective bed shear stress T =
-//   (theta' - theta_cr) / theta_cr                     transport stage ca = 0.015 (D50 / a) T^1.5 /
-//   D*^0.3                    reference concentration Z = ws / (0.4 beta u*) suspension number F =
-//   ((a/h)^Z - (a/h)^1.2) / ((1 - a/h)^Z (1.2 - Z))    profile factor qs = U h rho_s ca F qb = 0.25
-//   D50 u*' T^1.5 / D*^0.3 rho_s
+//   D*  = D50 ((s - 1) g / nu^2)^(1/3)                    grain size
+//   Lc  = log10(12 h / ks), Lg = log10(12 h / (3 D90))    velocity profile over bed and over grains
+//   tau' = 0.03 U^2 rho_w mu / Lc^2, mu = fc' / fc        effective bed shear stress
+//   T   = (theta' - theta_cr) / theta_cr                  transport stage
+//   ca  = 0.015 (D50 / a) T^1.5 / D*^0.3                  reference concentration
+//   Z   = ws / (0.4 beta u*)                              suspension number
+//   F   = ((a/h)^Z - (a/h)^1.2) / ((1 - a/h)^Z (1.2 - Z)) profile factor
+//   qs  = U h rho_s ca F                                  suspended transport
+//   qb  = 0.25 D50 u*' T^1.5 / D*^0.3 rho_s               bed load
 //
 // Comparisons are written so that a number that is not one passes through guards, floors and caps.
 #include "morphology/transport_capacity.hpp"

@@ -35,8 +35,7 @@ class VariableTable {
   std::vector<Entry> entries_;
 };
 
-// Whether the line is a comment or blank. Takes off its leading blanks and everything from the
-// first
+// Whether the line is a comment or blank. Takes off its leading blanks and everything from the first
 // "!" or "#" on, then replaces its variables for as long as it refers to any; values may refer to
 // further ones. A value that leads back to itself is reported as not defined, since it has no end.
 Outcome<bool> commentLine(std::string& line, const VariableTable& variables);
