@@ -294,7 +294,7 @@ NIVARO_API void REMOVESPACES(char* result, nivaro_length result_length, const ch
  */
 
 /* Item `column` of the comma-separated list behind `key` and "=". `lowered_line` is the line in
- * lower case. A missing item gives the default (a blank text) NIVARO_NOEXCEPT; one that does not
+ * lower case. A missing item gives the default (a blank text); one that does not
  * convert, and a key without "=", end the run. */
 NIVARO_API int32_t EXTRACTINTEGER(const char* line, const char* lowered_line, const char* key,
                                   const int32_t* column, const int32_t* default_value,
