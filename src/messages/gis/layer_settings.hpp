@@ -11,7 +11,7 @@ namespace nivaro::gis {
 
 enum class LayerFormat : std::int32_t { None = 0, Mif = 1, Shape = 2 };
 
-struct LayerSpec {
+struct LayerSettings {
   LayerFormat format = LayerFormat::Mif;
   std::string name;  // the path of its files without extension; a shapefile's suffix is added
   std::vector<Column> columns;

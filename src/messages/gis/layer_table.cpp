@@ -25,14 +25,14 @@ LayerTable::LayerTable(Console& console, FileUnits& files, Termination& terminat
 
 // ---- Opening ----
 
-std::int32_t LayerTable::gisOpenLayer(const LayerSpec& spec) {
+std::int32_t LayerTable::gisOpenLayer(const LayerSettings& settings) {
   const auto free = std::find(layers_.begin(), layers_.end(), std::nullopt);
   const auto layer = static_cast<std::int32_t>(free - layers_.begin()) + 1;
-  gisOpenLayer(layer, spec);
+  gisOpenLayer(layer, settings);
   return layer;
 }
 
-void LayerTable::gisOpenLayer(std::int32_t layer, const LayerSpec& spec) {
+void LayerTable::gisOpenLayer(std::int32_t layer, const LayerSettings& settings) {
   if (layer > kLayers) {
     report_.stop({"ERROR 0251 - Cannot have more than " + std::to_string(kLayers) +
                   " GIS layers open at once."});
@@ -41,19 +41,19 @@ void LayerTable::gisOpenLayer(std::int32_t layer, const LayerSpec& spec) {
     report_.stop({withContact("Should not be here gisOpenLayer[gisID=" + std::to_string(layer) +
                               "] - please contact ")});
   }
-  if (const std::string fault = columnsFault(spec.columns); !fault.empty()) {
-    report_.stop({"ERROR 0413 - Columns of GIS layer \"" + correctSlash(spec.name) +
+  if (const std::string fault = columnsFault(settings.columns); !fault.empty()) {
+    report_.stop({"ERROR 0413 - Columns of GIS layer \"" + correctSlash(settings.name) +
                   "\" are not valid: " + fault + "."});
   }
-  const bool isShape = spec.format == LayerFormat::Shape;
-  const std::string fileName = spec.name + (isShape ? ".shp" : ".mif");
-  requireFreeName(spec.name, fileName);
+  const bool isShape = settings.format == LayerFormat::Shape;
+  const std::string fileName = settings.name + (isShape ? ".shp" : ".mif");
+  requireFreeName(settings.name, fileName);
 
   Layer opened;
   opened.fileName = fileName;
-  opened.projectCode = spec.projectCode;
-  const MaybeFailure failure =
-      isShape ? opened.shapes.emplace(files_).open(spec) : opened.mif.emplace(files_).open(spec);
+  opened.projectCode = settings.projectCode;
+  const MaybeFailure failure = isShape ? opened.shapes.emplace(files_).open(settings)
+                                       : opened.mif.emplace(files_).open(settings);
   if (failure) report_.stop(*failure);
   layers_[static_cast<std::size_t>(layer - 1)].emplace(std::move(opened));
 }

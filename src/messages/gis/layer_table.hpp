@@ -13,7 +13,7 @@
 
 #include "files/file_units.hpp"
 #include "files/termination.hpp"
-#include "messages/gis/layer_spec.hpp"
+#include "messages/gis/layer_settings.hpp"
 #include "messages/gis/mif_layer.hpp"
 #include "messages/gis/object.hpp"
 #include "messages/gis/project_file.hpp"
@@ -33,8 +33,8 @@ class LayerTable {
   void setLogUnit(std::int32_t unit) { report_.setLogUnit(unit); }
 
   // Opens a layer on the lowest free slot, whose identifier is returned, or on the slot stated.
-  std::int32_t gisOpenLayer(const LayerSpec& spec);
-  void gisOpenLayer(std::int32_t layer, const LayerSpec& spec);
+  std::int32_t gisOpenLayer(const LayerSettings& settings);
+  void gisOpenLayer(std::int32_t layer, const LayerSettings& settings);
 
   bool isOpen(std::int32_t layer) const;
   LayerFormat format(std::int32_t layer) const;  // None for a slot that is free or does not exist

@@ -13,13 +13,14 @@ constexpr std::string_view kMifFailure = "ERROR 0439 - Writing .mif file object 
 
 }  // namespace
 
-MaybeFailure MifLayer::open(const LayerSpec& spec) {
-  name_ = spec.name;
+MaybeFailure MifLayer::open(const LayerSettings& settings) {
+  name_ = settings.name;
+  noAttributes_.assign(settings.columns.size() - 1, ',');
   if (auto failure = openLayerFile(files_, name_ + ".mif", "O ", mifUnit_)) return failure;
   if (auto failure = openLayerFile(files_, name_ + ".mid", "O ", midUnit_)) return failure;
 
   Unit* mif = files_.find(mifUnit_);
-  if (!writeMifHeader(*mif, spec.coordSys, spec.columns) || !mif->flush())
+  if (!writeMifHeader(*mif, settings.coordSys, settings.columns) || !mif->flush())
     return headerFailure(name_ + ".mif");
   return {};
 }
@@ -32,6 +33,7 @@ void MifLayer::setStyle(std::string_view line1, std::string_view line2) {
 MaybeFailure MifLayer::writeObject(const Object& object) {
   Unit* mif = files_.find(mifUnit_);
   if (mif == nullptr || !writeMifObject(*mif, object)) return Failure{std::string(kMifFailure)};
+  ++recordsDue_;
   if (!isDrawable(object)) return {};
 
   for (const std::string& style : {style1_, style2_})
@@ -44,18 +46,22 @@ MaybeFailure MifLayer::writeRecord(const Object& object, std::string_view attrib
   Unit* mid = files_.find(midUnit_);
   if (mid == nullptr || !mid->writeRecord(trimmed(attributes)) || !mid->flush())
     return Failure{"ERROR 0254 - Failed to write attribute data record for a " + object.name};
+  if (recordsDue_ > 0) --recordsDue_;
   Unit* mif = files_.find(mifUnit_);
   if (mif == nullptr || !mif->flush()) return Failure{std::string(kMifFailure)};
   return {};
 }
 
 MaybeFailure MifLayer::close() {
+  // A run that ended between an object and its record leaves a blank one.
+  MaybeFailure failure;
+  while (recordsDue_ > 0 && !failure) failure = writeRecord({}, noAttributes_);
   Unit* mif = files_.find(mifUnit_);
   const bool written = mif != nullptr && mif->flush();
   files_.closeFile(mifUnit_);
   files_.closeFile(midUnit_);
-  if (!written) return Failure{std::string(kMifFailure)};
-  return {};
+  if (!written && !failure) failure = Failure{std::string(kMifFailure)};
+  return failure;
 }
 
 }  // namespace nivaro::gis

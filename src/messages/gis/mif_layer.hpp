@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "files/file_units.hpp"
-#include "messages/gis/layer_spec.hpp"
+#include "messages/gis/layer_settings.hpp"
 #include "messages/gis/object.hpp"
 #include "messages/gis/report.hpp"
 
@@ -16,7 +16,7 @@ class MifLayer {
  public:
   explicit MifLayer(FileUnits& files) : files_(files) {}
 
-  MaybeFailure open(const LayerSpec& spec);
+  MaybeFailure open(const LayerSettings& settings);
 
   // Written after every object that has geometry; at most 256 characters each.
   void setStyle(std::string_view line1, std::string_view line2);
@@ -34,6 +34,8 @@ class MifLayer {
   std::string name_;
   std::int32_t mifUnit_ = 0;
   std::int32_t midUnit_ = 0;
+  std::string noAttributes_;  // a record of empty values
+  int recordsDue_ = 0;        // objects whose record has not come yet
   std::string style1_;
   std::string style2_;
 };

@@ -1,9 +1,9 @@
 #include "messages/gis/project_file.hpp"
 
-#include <array>
 #include <cstddef>
 #include <cstdlib>
 #include <filesystem>
+#include <initializer_list>
 #include <span>
 #include <system_error>
 
@@ -22,31 +22,31 @@ constexpr std::string_view kHead =
     "    <title></title>\n"
     "    <projectlayers>\n";
 
-// How the layers of one geometry are drawn: colours are of our choosing, so that messages stand out
-// on any background.
+struct Property {
+  std::string_view key;
+  std::string_view value;
+};
+
+// How the layers of one geometry are drawn: in colours that stand out on any background.
+constexpr Property kPointProperties[] = {
+    {"name", "circle"}, {"size", "2"}, {"color", "255,0,255,255"}, {"color_border", "0,0,0,255"}};
+constexpr Property kLineProperties[] = {
+    {"penstyle", "solid"}, {"width", "0.5"}, {"color", "0,0,255,255"}};
+constexpr Property kRegionProperties[] = {{"style", "no"},
+                                          {"style_border", "solid"},
+                                          {"width_border", "0.26"},
+                                          {"color", "255,255,255,255"},
+                                          {"color_border", "0,128,0,255"}};
+
 struct Look {
   std::string_view geometry;
   std::string_view symbol;
   std::string_view symbolLayer;
-  std::string_view properties;  // of the symbol layer, each a line
+  std::span<const Property> properties;  // of the symbol layer
 };
-constexpr Look kPointLook{
-    "Point", "marker", "SimpleMarker",
-    "                            <prop k=\"name\" v=\"circle\"/>\n"
-    "                            <prop k=\"size\" v=\"2\"/>\n"
-    "                            <prop k=\"color\" v=\"255,0,255,255\"/>\n"
-    "                            <prop k=\"color_border\" v=\"0,0,0,255\"/>\n"};
-constexpr Look kLineLook{"Line", "line", "SimpleLine",
-                         "                            <prop k=\"penstyle\" v=\"solid\"/>\n"
-                         "                            <prop k=\"width\" v=\"0.5\"/>\n"
-                         "                            <prop k=\"color\" v=\"0,0,255,255\"/>\n"};
-constexpr Look kRegionLook{
-    "Polygon", "fill", "SimpleFill",
-    "                            <prop k=\"style\" v=\"no\"/>\n"
-    "                            <prop k=\"style_border\" v=\"solid\"/>\n"
-    "                            <prop k=\"width_border\" v=\"0.26\"/>\n"
-    "                            <prop k=\"color\" v=\"255,255,255,255\"/>\n"
-    "                            <prop k=\"color_border\" v=\"0,128,0,255\"/>\n"};
+constexpr Look kPointLook{"Point", "marker", "SimpleMarker", kPointProperties};
+constexpr Look kLineLook{"Line", "line", "SimpleLine", kLineProperties};
+constexpr Look kRegionLook{"Polygon", "fill", "SimpleFill", kRegionProperties};
 
 const Look& lookOf(ObjectKind kind) {
   switch (kind) {
@@ -61,31 +61,47 @@ const Look& lookOf(ObjectKind kind) {
   }
 }
 
+// Lines of XML, each with four blanks for every level.
+class XmlLines {
+ public:
+  void line(std::size_t level, std::initializer_list<std::string_view> pieces) {
+    text_.append(4 * level, ' ');
+    for (const std::string_view piece : pieces) text_ += piece;
+    text_ += '\n';
+  }
+  const std::string& text() const { return text_; }
+
+ private:
+  std::string text_;
+};
+
+// Absolute, so that the project opens from wherever it is moved to.
+std::string dataSource(const std::string& file) {
+  std::error_code ignored;
+  return std::filesystem::absolute(hostPath(file).path, ignored).lexically_normal().string();
+}
+
 std::string mapLayer(const ProjectEntry& entry, const std::string& id) {
   const Look& look = lookOf(entry.kind);
-  // Absolute, so that the project opens from wherever it is moved to.
-  std::error_code ignored;
-  const std::string source =
-      std::filesystem::absolute(hostPath(entry.file).path, ignored).lexically_normal().string();
-  const auto line = [](std::string_view text) { return std::string(text) + "\n"; };
-
-  return line(
-             "        <maplayer minimumScale=\"0\" maximumScale=\"1e+08\" type=\"vector\" "
-             "geometry=\"" +
-             std::string(look.geometry) + "\" hasScaleBasedVisibilityFlag=\"0\">") +
-         line("            <id>" + id + "</id>") +
-         line("            <datasource>" + xmlText(source) + "</datasource>") +
-         line("            <layername>" + xmlText(fileName(entry.file)) + "</layername>") +
-         line("            <provider encoding=\"UTF-8\">ogr</provider>") +
-         line("            <renderer-v2 symbollevels=\"0\" type=\"singleSymbol\">") +
-         line("                <symbols>") +
-         line("                    <symbol alpha=\"1\" type=\"" + std::string(look.symbol) +
-              "\" name=\"0\">") +
-         line("                        <layer pass=\"0\" class=\"" + std::string(look.symbolLayer) +
-              "\" locked=\"0\">") +
-         std::string(look.properties) + line("                        </layer>") +
-         line("                    </symbol>") + line("                </symbols>") +
-         line("            </renderer-v2>") + line("        </maplayer>");
+  XmlLines xml;
+  xml.line(2, {R"(<maplayer minimumScale="0" maximumScale="1e+08" type="vector" geometry=")",
+               look.geometry, R"(" hasScaleBasedVisibilityFlag="0">)"});
+  xml.line(3, {"<id>", id, "</id>"});
+  xml.line(3, {"<datasource>", xmlText(dataSource(entry.file)), "</datasource>"});
+  xml.line(3, {"<layername>", xmlText(fileName(entry.file)), "</layername>"});
+  xml.line(3, {R"(<provider encoding="UTF-8">ogr</provider>)"});
+  xml.line(3, {R"(<renderer-v2 symbollevels="0" type="singleSymbol">)"});
+  xml.line(4, {"<symbols>"});
+  xml.line(5, {R"(<symbol alpha="1" type=")", look.symbol, R"(" name="0">)"});
+  xml.line(6, {R"(<layer pass="0" class=")", look.symbolLayer, R"(" locked="0">)"});
+  for (const auto& [key, value] : look.properties)
+    xml.line(7, {R"(<prop k=")", key, R"(" v=")", value, R"("/>)"});
+  xml.line(6, {"</layer>"});
+  xml.line(5, {"</symbol>"});
+  xml.line(4, {"</symbols>"});
+  xml.line(3, {"</renderer-v2>"});
+  xml.line(2, {"</maplayer>"});
+  return xml.text();
 }
 
 std::string legendGroup(std::string_view name, std::string_view checked,

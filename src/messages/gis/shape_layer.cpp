@@ -36,37 +36,37 @@ std::string_view subLayerSuffix(ObjectKind kind) {
   return "";
 }
 
-MaybeFailure ShapeLayer::open(const LayerSpec& spec) {
+MaybeFailure ShapeLayer::open(const LayerSettings& settings) {
   struct Wanted {
     bool open;
     std::string_view suffix;
     ShapeType type;
   };
-  for (const auto& [open, suffix, type] :
-       {Wanted{spec.points, "_P", ShapeType::Point}, Wanted{spec.lines, "_L", ShapeType::Polyline},
-        Wanted{spec.regions, "_R", ShapeType::Polygon}}) {
+  for (const auto& [open, suffix, type] : {Wanted{settings.points, "_P", ShapeType::Point},
+                                           Wanted{settings.lines, "_L", ShapeType::Polyline},
+                                           Wanted{settings.regions, "_R", ShapeType::Polygon}}) {
     if (!open) continue;
-    if (auto failure = openSubLayer(spec, suffix, type)) return failure;
+    if (auto failure = openSubLayer(settings, suffix, type)) return failure;
   }
   return {};
 }
 
-MaybeFailure ShapeLayer::openSubLayer(const LayerSpec& spec, std::string_view suffix,
+MaybeFailure ShapeLayer::openSubLayer(const LayerSettings& settings, std::string_view suffix,
                                       ShapeType type) {
-  const std::string name = spec.name + std::string(suffix);
+  const std::string name = settings.name + std::string(suffix);
   SubLayer& sub = subLayers_.emplace_back(SubLayer{
-      .suffix = suffix, .geometry = ShapeGeometry(type), .table = DbaseTable(spec.columns)});
+      .suffix = suffix, .geometry = ShapeGeometry(type), .table = DbaseTable(settings.columns)});
   if (auto failure = openLayerFile(files_, name + ".shp", "BO", sub.shpUnit)) return failure;
   if (auto failure = openLayerFile(files_, name + ".shx", "BO", sub.shxUnit)) return failure;
   if (auto failure = openLayerFile(files_, name + ".dbf", "BO", sub.dbfUnit)) return failure;
   if (!sub.geometry.startFiles(unitsOf(sub))) return headerFailure(name + ".shp");
   if (!sub.table.writeHeader(files_.find(sub.dbfUnit))) return headerFailure(name + ".dbf");
-  if (trimmed(spec.projection).empty()) return {};
+  if (trimmed(settings.projection).empty()) return {};
 
   std::int32_t prjUnit = 0;
   if (auto failure = openLayerFile(files_, name + ".prj", "O ", prjUnit)) return failure;
   Unit* prj = files_.find(prjUnit);
-  if (!prj->writeRecord(trimmed(spec.projection)) || !prj->flush())
+  if (!prj->writeRecord(trimmed(settings.projection)) || !prj->flush())
     return headerFailure(name + ".prj");
   files_.closeFile(prjUnit);
   return {};
@@ -102,6 +102,11 @@ MaybeFailure ShapeLayer::writeRecord(const Object& object, std::string_view attr
 MaybeFailure ShapeLayer::close() {
   MaybeFailure failure;
   for (SubLayer& sub : subLayers_) {
+    // A run that ended between an object and its record leaves a blank one.
+    bool hasRecords = true;
+    while (hasRecords && sub.table.recordCount() < sub.geometry.recordCount())
+      hasRecords = sub.table.addRecord(files_.find(sub.dbfUnit), "");
+    if (!hasRecords && !failure) failure = tableFailure();
     if (!sub.geometry.writeHeaders(unitsOf(sub)) && !failure) failure = shapeFailure();
     files_.closeFile(sub.shpUnit);
     files_.closeFile(sub.shxUnit);

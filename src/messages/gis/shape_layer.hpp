@@ -10,7 +10,7 @@
 
 #include "files/file_units.hpp"
 #include "messages/gis/dbase_file.hpp"
-#include "messages/gis/layer_spec.hpp"
+#include "messages/gis/layer_settings.hpp"
 #include "messages/gis/object.hpp"
 #include "messages/gis/report.hpp"
 #include "messages/gis/shape_file.hpp"
@@ -25,7 +25,7 @@ class ShapeLayer {
  public:
   explicit ShapeLayer(FileUnits& files) : files_(files) {}
 
-  MaybeFailure open(const LayerSpec& spec);
+  MaybeFailure open(const LayerSettings& settings);
 
   MaybeFailure writeObject(const Object& object);
 
@@ -45,7 +45,7 @@ class ShapeLayer {
     std::int32_t dbfUnit = 0;
   };
 
-  MaybeFailure openSubLayer(const LayerSpec& spec, std::string_view suffix, ShapeType type);
+  MaybeFailure openSubLayer(const LayerSettings& settings, std::string_view suffix, ShapeType type);
   std::vector<SubLayer*> subLayersFor(ObjectKind kind);
   ShapeUnits unitsOf(const SubLayer& sub) const;
 

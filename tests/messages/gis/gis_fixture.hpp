@@ -30,17 +30,17 @@ class GisTest : public testing::Test {
     });
   }
 
-  LayerSpec spec(LayerFormat format, std::string_view name) const {
+  LayerSettings settingsFor(LayerFormat format, std::string_view name) const {
     return {.format = format,
             .name = folder.path(name),
             .columns = {{"Message", ColumnType::Char, 60}, {"Link", ColumnType::Char, 40}}};
   }
 
   std::int32_t openMif(std::string_view name = "a") {
-    return layers.gisOpenLayer(spec(LayerFormat::Mif, name));
+    return layers.gisOpenLayer(settingsFor(LayerFormat::Mif, name));
   }
   std::int32_t openShapes(std::string_view name = "a") {
-    return layers.gisOpenLayer(spec(LayerFormat::Shape, name));
+    return layers.gisOpenLayer(settingsFor(LayerFormat::Shape, name));
   }
 
   void write(std::int32_t layer, const Object& object, std::string_view attributes = "\"m\",\"\"") {

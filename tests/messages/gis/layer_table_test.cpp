@@ -35,7 +35,7 @@ TEST_F(LayerTableTest, StopsWithAWordForEachMisuse) {
   const Object beyond = objectOf(ObjectKind::Polyline, {{0, 0}, {1, 0}}, {1, 3});
   const auto writing = [&](LayerFormat format, const Object& object) {
     return [this, format, object] {
-      layers.gisWriteObject(layers.gisOpenLayer(spec(format, "m")), object);
+      layers.gisWriteObject(layers.gisOpenLayer(settingsFor(format, "m")), object);
     };
   };
   const struct {
@@ -48,7 +48,7 @@ TEST_F(LayerTableTest, StopsWithAWordForEachMisuse) {
        "Should not be here gisWriteRecord[gisID=0] - please contact " + kContact + "\n"},
       {[&] { layers.gisWriteObject(101, pointAt(1, 2)); },
        "Should not be here gisWriteObject[gisID=101] - please contact " + kContact + "\n"},
-      {[&] { layers.gisOpenLayer(0, spec(LayerFormat::Mif, "z")); },
+      {[&] { layers.gisOpenLayer(0, settingsFor(LayerFormat::Mif, "z")); },
        "Should not be here gisOpenLayer[gisID=0] - please contact " + kContact + "\n"},
       {writing(LayerFormat::Mif, unset),
        "ERROR 0350 - Trying to write a MIF object that is not yet supported.  Please contact " +
@@ -81,7 +81,7 @@ TEST_F(LayerTableTest, RefusesColumnsThatTheFormatsCannotHold) {
       {{{"LongColumn1", ColumnType::Char, 5}, {"longcolumn2", ColumnType::Char, 5}}, "differ"},
   };
   for (const auto& [columns, reason] : cases) {
-    LayerSpec wanted = spec(LayerFormat::Shape, "a");
+    LayerSettings wanted = settingsFor(LayerFormat::Shape, "a");
     wanted.columns = columns;
     const std::string shown = shownWhenStopping([&] { layers.gisOpenLayer(wanted); });
     EXPECT_THAT(shown, HasSubstr("ERROR 0413 - Columns of GIS layer \""));
@@ -109,7 +109,7 @@ TEST_F(LayerTableTest, ALayerOfTheSameNameOrNoneCannotBeOpened) {
   openMif("a");
   EXPECT_THAT(shownWhenStopping([&] { openMif("A"); }),
               HasSubstr("ERROR 0411 - Could not open GIS layer file \""));
-  LayerSpec nameless = spec(LayerFormat::Mif, "b");
+  LayerSettings nameless = settingsFor(LayerFormat::Mif, "b");
   nameless.name = " ";
   EXPECT_THAT(shownWhenStopping([&] { layers.gisOpenLayer(nameless); }), HasSubstr("ERROR 0411"));
 }
@@ -125,8 +125,8 @@ TEST_P(FullDisk, StopsTheRunWithOneWord) {
   const FullFile& full = GetParam();
   makeFull(full.file);
 
-  const std::string output =
-      shownWhenStopping([&] { write(layers.gisOpenLayer(spec(full.format, "a")), pointAt(1, 2)); });
+  const std::string output = shownWhenStopping(
+      [&] { write(layers.gisOpenLayer(settingsFor(full.format, "a")), pointAt(1, 2)); });
 
   EXPECT_THAT(output, HasSubstr(full.shown));
   EXPECT_EQ(countOf(output, "ERROR"), 1) << output;
@@ -157,7 +157,7 @@ TEST_F(LayerTableTest, AFileThatIsGoneFailsTheNextWrite) {
   };
   for (const auto& [format, unit, shown] : cases) {
     files.initFileUnits(2000);
-    const std::int32_t layer = layers.gisOpenLayer(spec(format, "g"));
+    const std::int32_t layer = layers.gisOpenLayer(settingsFor(format, "g"));
     units.close(unit);
     EXPECT_THAT(shownWhenStopping([&] { write(layer, pointAt(1, 2)); }), HasSubstr(shown));
     layers.gisCloseLayer(layer);  // says nothing of the failure that has been reported
@@ -182,17 +182,20 @@ TEST_F(LayerTableTest, ClosingIsReportedOnScreenAndLog) {
   EXPECT_TRUE(console.output.ends_with(check)) << console.output;
 }
 
-TEST_F(LayerTableTest, ARunThatEndsLeavesEveryLayerClosed) {
+TEST_F(LayerTableTest, ARunThatEndsLeavesEveryLayerWhole) {
   write(openMif("a"), pointAt(1, 2));
-  const std::int32_t shapes = openShapes("b");
-  layers.gisWriteObject(shapes, pointAt(1, 2));  // without its record yet
+  layers.gisWriteObject(1, pointAt(1, 2));  // the run ends before its record
+  layers.gisWriteObject(openShapes("b"), pointAt(1, 2));
 
   const std::string shown = shownWhenStopping([&] { termination.exits(); });
 
   EXPECT_THAT(shown, HasSubstr("\nClosing any unclosed GIS layers...\n\nClosing GIS Layer 1 ["));
   EXPECT_THAT(shown, HasSubstr("\nClosing GIS Layer 2 ["));
   EXPECT_FALSE(layers.isOpen(1) || layers.isOpen(2));
-  EXPECT_EQ(folder.read("b_P.shp").size(), 100u + 8u + 20u);
+  EXPECT_EQ(folder.read("a.mid"), "\"m\",\"\"\n,\n");
+  // A header of 100 bytes, a record of 8 and 20; 97 and 1, a record of 101 and the end mark.
+  EXPECT_EQ(folder.read("b_P.shp").size(), 128u);
+  EXPECT_EQ(folder.read("b_P.dbf").size(), 97u + 101u + 1u);
   EXPECT_EQ(poolClosings, 1);
 }
 

@@ -19,7 +19,7 @@ class Mif : public GisTest {
  protected:
   // What is written for one object, behind the header.
   std::string textOf(const Object& object) {
-    LayerSpec wanted = spec(LayerFormat::Mif, "t");
+    LayerSettings wanted = settingsFor(LayerFormat::Mif, "t");
     wanted.coordSys = "CoordSys Earth Projection 8, 104, \"m\", 9, 0, 0.9996, 500000, 0";
     const std::int32_t layer = layers.gisOpenLayer(wanted);
     write(layer, object);
@@ -87,7 +87,7 @@ TEST_F(Mif, PairIsWholeAfterEachRecord) {
 }
 
 TEST_F(Mif, ColumnsHaveTheirTypeAndWidth) {
-  LayerSpec wanted = spec(LayerFormat::Mif, "a");
+  LayerSettings wanted = settingsFor(LayerFormat::Mif, "a");
   wanted.columns = {{"Bed_level", ColumnType::Decimal, 10, 3},
                     {"n", ColumnType::Integer},
                     {"D50", ColumnType::Float},

@@ -125,7 +125,7 @@ TEST_F(Programs, GdalAndShapelibReadEveryObjectOfAShapefileLayer) {
 }
 
 TEST_F(Programs, GdalReadsMultipointsAndProjectionOfAShapefileLayer) {
-  LayerSpec wanted = spec(LayerFormat::Shape, "a");
+  LayerSettings wanted = settingsFor(LayerFormat::Shape, "a");
   wanted.projection = "LOCAL_CS[\"site grid\",UNIT[\"metre\",1]]";
   const std::int32_t layer = layers.gisOpenLayer(wanted);
   write(layer, objectOf(ObjectKind::Multipoint, {{1, 2}, {3, 4}}), kAttributes);

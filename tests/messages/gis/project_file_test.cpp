@@ -23,7 +23,7 @@ class Project : public GisTest {
 TEST_F(Project, ListsEachFileOnceWithItsGeometryAndGroup) {
   skipWithoutParser();
   layers.openProject(folder.path("run.qgs"));
-  LayerSpec input = spec(LayerFormat::Mif, "a & <b>'s");
+  LayerSettings input = settingsFor(LayerFormat::Mif, "a & <b>'s");
   input.projectCode = -1;
   const std::int32_t mif = layers.gisOpenLayer(input);
   const std::int32_t shapes = openShapes("out");

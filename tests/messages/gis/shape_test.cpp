@@ -143,7 +143,7 @@ TEST(RingOrder, ToldByContainmentEvenWhereRingsTouch) {
 }
 
 TEST_F(Shape, NullObjectGoesToEverySubLayerThatIsOpen) {
-  LayerSpec wanted = spec(LayerFormat::Shape, "a");
+  LayerSettings wanted = settingsFor(LayerFormat::Shape, "a");
   wanted.regions = false;
   const std::int32_t layer = layers.gisOpenLayer(wanted);
   write(layer, kNullObject);
@@ -175,7 +175,7 @@ TEST_F(Shape, APointFileHoldsPointsOrMultipointsButNotBoth) {
 }
 
 TEST_F(Shape, TableHasHeaderFieldsRecordsAndEndMark) {
-  LayerSpec wanted = spec(LayerFormat::Shape, "a");
+  LayerSettings wanted = settingsFor(LayerFormat::Shape, "a");
   wanted.columns = {{"LongColumnName", ColumnType::Char, 6},
                     {"Count", ColumnType::Integer},
                     {"Bed", ColumnType::Decimal, 7, 2}};
@@ -203,7 +203,7 @@ TEST_F(Shape, TableHasHeaderFieldsRecordsAndEndMark) {
 }
 
 TEST_F(Shape, ProjectionIsWrittenWhereOneIsGiven) {
-  LayerSpec wanted = spec(LayerFormat::Shape, "a");
+  LayerSettings wanted = settingsFor(LayerFormat::Shape, "a");
   wanted.projection = "LOCAL_CS[\"grid\"]";
   layers.gisOpenLayer(wanted);
   openShapes("b");
