@@ -57,9 +57,9 @@ void writeDatasetValues(Module& module, const DatasetValuesCall& call) {
     // The host does not pass the second dimension; rows up to the one behind the range exist.
     const std::int32_t ny = call.range.lastJ + 1;
     values = CornerValues{
-        .cellBedChange =
-            module.fields.cellBedChange(call.turn.domain, call.realWork, call.nx, ny),
-        .cornerBedChange = module.fields.cornerBedChange(call.turn.domain, call.realWork, call.nx, ny),
+        .cellBedChange = module.fields.cellBedChange(call.turn.domain, call.realWork, call.nx, ny),
+        .cornerBedChange =
+            module.fields.cornerBedChange(call.turn.domain, call.realWork, call.nx, ny),
         .pointI = call.pointI,
         .pointJ = call.pointJ};
   }

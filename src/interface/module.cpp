@@ -8,12 +8,18 @@ Module::Module(Console& console_, Process& process_, MessageRecord& record_)
       record(record_),
       termination(console, process),
       files(console, process, units, termination),
+      gisLayers(console, files, termination),
       messages(console, units, record),
+      layerMessages(gisLayers),
       diagnostics(console, messages, termination),
       workspace(files, diagnostics),
       spatialCommands(diagnostics),
       controlFile(files, diagnostics, variables, spatialCommands),
       dataset(files, diagnostics) {
+  messages.setLayerSink([this](const MessagePlacement& placement, MessageRecord& message) {
+    layerMessages.place(placement, message);
+  });
+  termination.addHook([this] { gisLayers.gisCloseAll(); });
   termination.addHook([this] { files.closeAllAtExit(); });
 }
 

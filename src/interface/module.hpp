@@ -11,7 +11,9 @@
 #include "interface/domain_field_table.hpp"
 #include "interface/parameter_table.hpp"
 #include "messages/diagnostics.hpp"
+#include "messages/gis/layer_table.hpp"
 #include "messages/gis_settings.hpp"
+#include "messages/layer_messages.hpp"
 #include "messages/record.hpp"
 #include "messages/workspace_list.hpp"
 #include "messages/writer.hpp"
@@ -35,7 +37,9 @@ struct Module {
   UnitTable units;
   Termination termination;
   FileUnits files;
+  gis::LayerTable gisLayers;
   MessageWriter messages;
+  LayerMessages layerMessages;
   Diagnostics diagnostics;
   VariableTable variables;
   std::int32_t logUnit = 0;

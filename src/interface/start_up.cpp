@@ -30,10 +30,12 @@ void startUp(Module& module, const StartUpArguments& arguments) {
 
   module.logUnit = module.files.openFile(fileName(arguments.logPrefix, ".mlf"), "O ", 1);
   module.record.log_unit = module.logUnit;
+  module.gisLayers.setLogUnit(module.logUnit);
   writeBanner(module);
 
   module.workspace.open(fileName(arguments.outputPrefix, "_mor.wor"), arguments.simulationName);
   module.gisSettings = arguments.gis;
+  module.layerMessages.setLayers(arguments.logPrefix, arguments.gis.checkLayerHeaderSource);
   module.dataset.open(fileName(arguments.outputPrefix, "_morDH.dat"));
 }
 
