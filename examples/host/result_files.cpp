@@ -13,6 +13,9 @@ ResultFolder::ResultFolder(const fs::path& folder, const std::string& name)
   if (!fs::is_directory(folder_))
     throw ResultError("The result folder " + folder_.string() +
                       " cannot be created: " + error.message() + ".");
+  // What is written at the end of a run must not be left over from another.
+  fs::remove(file("_measured.csv"), error);
+  fs::remove(file("_summary.csv"), error);
 }
 
 fs::path ResultFolder::file(std::string_view ending) const {

@@ -1,0 +1,119 @@
+// The example host as its user meets it: a program with exit codes, loading the built module.
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <string>
+
+#include "support/temp_folder.hpp"
+
+namespace {
+
+using nivaro::test::TempFolder;
+using testing::HasSubstr;
+using testing::Not;
+
+// A short reach with a step in its bed, written with its control file into a folder "my case".
+void writeCase(const TempFolder& folder, const std::string& control) {
+  std::filesystem::create_directory(folder.path("my case"));
+  folder.write("my case/case.toml", R"(name = "reach"
+grid = { columns = 12, rows = 3, cell_size = 1.0, origin = [100.0, 50.0] }
+roughness = { height = 0.03 }
+boundary = { west = { discharge = 1.8 }, east = { level = 1.0 } }
+initial = { level = 1.0, discharge = [0.6, 0.0] }
+time = { duration_h = 0.5, morphology_step_s = 10, acceleration = 20, spin_up_s = 60, output_h = [0.2] }
+morphology = { control_file = "sand.mcf" }
+[bed]
+level = 0.0
+[[bed.profile]]
+depths = [[104, 0.0], [107, 0.3]]
+)");
+  folder.write("my case/sand.mcf", control);
+}
+
+constexpr const char* kSand = R"(Morphology Fall Velocity == 0.013
+Morphology Current Related Roughness == 0.03
+Morphology Reference Level == 0.015
+Morphology Mixing Layer Thickness == 0.015
+)";
+
+// Exit code of the host; what it said is in the file "said". Standard input is at its end.
+int run(const TempFolder& folder, const std::string& arguments) {
+  const std::string command =
+      "cd '" + folder.path("") + "' && '" HOST_PROGRAM "' " + arguments + " >said 2>&1 </dev/null";
+  const int status = std::system(command.c_str());
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+std::size_t linesBeginning(const std::string& text, const std::string& word) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at + 1))
+    ++count;
+  return count;
+}
+
+TEST(HostRun, WritesADatasetThatFitsItsMesh) {
+  const TempFolder folder;
+  writeCase(folder, kSand);
+  ASSERT_EQ(run(folder, "'my case' --library '" MODULE_LIBRARY "' --out 'new folder/out'"), 0)
+      << folder.read("said");
+
+  const std::string mesh = folder.read("new folder/out/reach.2dm");
+  const std::string dataset = folder.read("new folder/out/reach_morDH.dat");
+  const std::size_t elements = linesBeginning(mesh, "E4Q ");
+  const std::size_t nodes = linesBeginning(mesh, "ND ");
+  EXPECT_EQ(elements, 12u * 3u);
+  EXPECT_EQ(nodes, 13u * 4u);
+  // Header: fifteen 4-byte numbers and 40 characters. Three records (0, 0.2 and 0.5 h), each a
+  // card, a status byte, the time, a byte per element, a 4-byte value per node. The end card.
+  ASSERT_EQ(dataset.size(), 15 * 4 + 40 + 3 * (4 + 1 + 4 + elements + 4 * nodes) + 4);
+  float lastTime = 0;
+  std::memcpy(&lastTime, dataset.data() + dataset.size() - 4 - 4 * nodes - elements - 4, 4);
+  EXPECT_EQ(lastTime, 0.5f);
+
+  EXPECT_THAT(folder.read("said"), HasSubstr("reach_bed_change.csv"));
+  EXPECT_THAT(folder.read("said"), Not(HasSubstr("\r")));
+  EXPECT_THAT(folder.read("new folder/out/reach.mlf"), HasSubstr("Morphology Fall Velocity == "));
+  // One line per cell and record below the names of the columns, at the cell's centre.
+  const std::string change = folder.read("new folder/out/reach_bed_change.csv");
+  EXPECT_EQ(std::count(change.begin(), change.end(), '\n'), 1 + 3 * 36);
+  EXPECT_THAT(change, HasSubstr("\n0.5000,111.5000,52.5000,"));
+}
+
+TEST(HostRun, SaysWhyItCannotGoOnAndEndsWithACodeForIt) {
+  const TempFolder folder;
+  writeCase(folder, "Morphology Fall Velocity == fast\n");
+  folder.write("file", "");
+  folder.write("unset.mcf", "");
+  const std::string library = " --library '" MODULE_LIBRARY "'";
+  const struct {
+    std::string arguments;
+    int code;
+    const char* said;
+  } cases[] = {
+      {"--help", 0, "Exit code"},
+      {"", 2, "CASE_FOLDER"},
+      {"nowhere", 2, "nowhere: there is no such folder."},
+      {"'my case' --step 0", 2, "--step"},
+      {"'my case' --library missing.so", 3, "missing.so cannot be loaded"},
+      {"'my case' --library libm.so.6", 3, "it lacks QVMOR_INITIALISE_S1"},
+      {"'my case' --out file/out" + library, 4, "file/out cannot be created"},
+      {"'my case' --control unset.mcf" + library, 5, "no number any more"},
+      {"'my case'" + library, 1, "the morphology module ended the run"},
+  };
+  for (const auto& [arguments, code, said] : cases) {
+    EXPECT_EQ(run(folder, arguments), code) << arguments;
+    EXPECT_THAT(folder.read("said"), HasSubstr(said)) << arguments;
+  }
+}
+
+TEST(HostRun, TheBundledCaseReadsWell) {
+  const TempFolder folder;
+  EXPECT_EQ(run(folder, "'" TRENCH_CASE "' --check"), 0);
+  EXPECT_THAT(folder.read("said"), HasSubstr("Case trench: 220 x 5 cells"));
+}
+
+}  // namespace
