@@ -47,9 +47,8 @@ class Marks {
       // The lower end does not belong to the edge, so that a chain of edges crosses a line that
       // runs through one of its vertices once, or not at all where it turns back.
       if (!(low < y && y <= high)) continue;
-      // Multiplied before it is divided: exact wherever the crossing is.
-      const double x =
-          startX == endX ? startX : startX + (y - startY) * (endX - startX) / (endY - startY);
+      // Multiplied before it is divided: exact wherever the crossing is, on vertical edges too.
+      const double x = startX + (y - startY) * (endX - startX) / (endY - startY);
       addCrossing(row, cellIndex(x, dx));
     }
   }

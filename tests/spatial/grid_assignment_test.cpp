@@ -126,7 +126,8 @@ TEST_F(GridAssignmentTest, TurnedGridsFarFromTheOriginFindTheSameCells) {
              .secondBound = kColumns};
     std::ranges::fill(reals, 0.0);
     // A region around the centres of rows 3 to 8 and columns 4 to 9 with a hole around those of
-    // rows 5 to 6 and columns 6 to 7; a line over row 10, entering and leaving the grid; a point.
+    // rows 5 to 6 and columns 6 to 7; a line over row 10, entering and leaving the grid;
+    // a point; a line up column 12, leaving the grid.
     std::string objects = "Region 2\n5\n";
     for (const auto& [x, y] : {std::pair(16, 11), {44, 11}, {44, 39}, {16, 39}, {16, 11}})
       objects += pointAt(x, y);
@@ -135,14 +136,16 @@ TEST_F(GridAssignmentTest, TurnedGridsFarFromTheOriginFindTheSameCells) {
       objects += pointAt(x, y);
     objects += "  Center 0 0\nPline 2\n" + pointAt(-33, 46) + pointAt(133, 49);
     objects += "Point\n" + pointAt(97, 1);
+    objects += "Pline 2\n" + pointAt(58, 36) + pointAt(58, 77);
 
-    assignAll(objects, "1\n2\n3\n", realTarget());
+    assignAll(objects, "1\n2\n3\n4\n", realTarget());
 
     std::map<std::pair<int, int>, double> expected{{{1, 20}, 3.0}};
     for (int i = 3; i <= 8; ++i)
       for (int j = 4; j <= 9; ++j)
         if (i < 5 || i > 6 || j < 6 || j > 7) expected[{i, j}] = 1.0;
     for (int j = 1; j <= 20; ++j) expected[{10, j}] = 2.0;
+    for (int i = 8; i <= 10; ++i) expected[{i, 12}] = 4.0;
     EXPECT_EQ(cellsOf(reals), expected) << angle;
   }
 }

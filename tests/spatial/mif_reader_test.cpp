@@ -233,6 +233,8 @@ TEST_F(MifReaderTest, WhatCannotBeReadEndsTheRun) {
        "ERROR 0308 - Reading .mif file.  Erroneous line is:\n2.5\n"},
       {"Region 1\n4\n0 0\n1 0\n1 1\n0 0\nCenter 1\n",
        "ERROR 0308 - Reading .mif file.  Erroneous line is:\nCenter 1\n"},
+      {"Region 1\n4\n0 0\n1 0\n1 1\n0 0\nPoint 1\n",
+       "ERROR 0308 - Reading .mif file.  Erroneous line is:\nPoint 1\nLine 13 of"},
       {"Region 1\n4\n0 0\n", "ERROR 0309 - Unexpected end of .mif file encountered.\n"},
       {"Point\n", "ERROR 0309 - Unexpected end of .mif file encountered.\n"},
       {"Pline 100001\n",
@@ -262,6 +264,12 @@ TEST_F(MifReaderTest, ReadsObjectsUpToTheLimits) {
   next();
   EXPECT_EQ(reader.x().size(), 50000U);
   EXPECT_EQ(reader.polygonEnds().back(), 49999);
+}
+
+TEST_F(MifReaderTest, LinesAreCutBehindAThousandCharacters) {
+  openLayer("POINT" + std::string(995, ' ') + "1 2\n3 4\n", "1\n");
+  next();
+  EXPECT_THAT(reader.x(), ElementsAre(3));
 }
 
 TEST_F(MifReaderTest, ObjectsStartBehindTheFirstLineWithData) {

@@ -76,6 +76,17 @@ TEST(Polygon, RayCountsAVertexOnItsLineOnceOrNotAtAll) {
   }
 }
 
+TEST(Polygon, LeftBoundaryIsInsideRightBoundaryOutside) {
+  const std::vector<double> x{2, 4, 2, 0, 2}, y{0, 2, 4, 2, 0};
+  const auto inside = [&](double px, double py) {
+    return insidePolygon(px, py, x, y, 0, std::array{5}).value();
+  };
+  EXPECT_TRUE(inside(0, 2));  // corners
+  EXPECT_FALSE(inside(4, 2));
+  EXPECT_TRUE(inside(1, 1));  // sides
+  EXPECT_FALSE(inside(3, 1));
+}
+
 TEST(Polygon, VerticesBehindTheLastPolygonAreReported) {
   const std::vector<double> c(12, 1.0);
   EXPECT_TRUE(insidePolygon(0, 0, c, c, 1, std::array{5, 11}));
@@ -120,10 +131,14 @@ TEST(Interpolation, ParallelLinesHaveNoValue) {
   double value = 0;
   EXPECT_FALSE(interpolateTriangle(5, 2, x, y, z, value));
   EXPECT_EQ(value, kNoValue);
-  // At the third corner itself the line to it has no length: half of what the foot adds. The foot
-  // is (0, 0), straight below.
-  EXPECT_TRUE(interpolateTriangle(0, 2, x, y, z, value));
-  EXPECT_EQ(value, 3);
+}
+
+TEST(Interpolation, SideWithoutLengthGivesTheMeanOfItsEnds) {
+  // The foot is the double corner, of value (2 + 4) / 2; the point lies half way to it from 1.
+  const Corners x{1, 1, 0}, y{0, 0, 0}, z{2, 4, 1};
+  double value = 0;
+  EXPECT_TRUE(interpolateTriangle(0.5, 0, x, y, z, value));
+  EXPECT_EQ(value, 2);
 }
 
 TEST(Interpolation, ElementTakesTheMeanOfTheTrianglesAroundThePoint) {
