@@ -27,6 +27,8 @@
  *   3. QVMOR_SETUP_S2, QVMOR_RDINPF             for each 2D domain, the last domain last
  *   4. QVMOR_INIT_2D_DOMAIN, QVMORPHOLOGY       for each morphology computation of a domain;
  *                                               usually once with the smoothing flag at the start
+ *      QVMOR_WRMIFF                             for each 2D domain, domain 1 first: once, at any time
+ *                                               after 3
  *   5. QVMOR_WRSMSF_WRITE_HEADER once, then at output times QVMOR_WRSMSF_DAT_FLAGS for every domain
  *      and QVMOR_WRSMSF_DAT_RESULTS for every domain; at the end QVMOR_WRSMSF_CLOSE
  *   docs/host-guide.md goes through it with an example.
@@ -218,6 +220,27 @@ NIVARO_API void QVMOR_WRSMSF_DAT_RESULTS(const int32_t* domain, const int32_t* l
 /* End card of the dataset. The file stays open until the process ends. */
 NIVARO_API void QVMOR_WRSMSF_CLOSE(void) NIVARO_NOEXCEPT;
 
+/* ---- Check layer (MapInfo MIF/MID) ------------------------------------------------------------
+ */
+
+/* The cells of one domain, each as a square with its indices, code, bed elevation and the six
+ * parameters read for it, in `check_layer_prefix`_mor_check.mif and .mid. The call for domain 1
+ * creates the files, the one for `last_domain` closes them.
+ *   values          false, or a domain without morphology: the parameters are zeros
+ *   cell_code       cells of code 0 are left out; nx by anything, as is `depth`
+ *   depth           bed depth below datum, the negative of the elevation shown
+ *   first_i ...     the range written; index shown = offset + index - 2
+ *   x0, y0          corner of field element (3, 3)
+ *   step_a, step_b  cell size times cosine and sine of the grid's direction */
+NIVARO_API void QVMOR_WRMIFF(const int32_t* domain, const int32_t* last_domain,
+                             const nivaro_logical* values, const int32_t* cell_code,
+                             const double* depth, const int32_t* nx, const void* unused7,
+                             const int32_t* first_i, const int32_t* first_j, const int32_t* last_i,
+                             const int32_t* last_j, const int32_t* first_offset,
+                             const int32_t* second_offset, const double* x0, const double* y0,
+                             const double* step_a, const double* step_b, double* real_work,
+                             int32_t* integer_work) NIVARO_NOEXCEPT;
+
 /* ---- Messages ---------------------------------------------------------------------------------
  */
 
@@ -397,6 +420,121 @@ NIVARO_API void REPLACE(char* result, nivaro_length result_length, const char* t
 NIVARO_API void REPLACEALL(char* result, nivaro_length result_length, const char* text,
                            const char* old_text, const char* new_text, nivaro_length text_length,
                            nivaro_length old_length, nivaro_length new_length) NIVARO_NOEXCEPT;
+
+/* ---- Geometry ---------------------------------------------------------------------------------
+ * Points and lines in the plane; lengths below 1e-6 are zero. A name ending in _8 gives the same as
+ * its partner. */
+
+/* Distance of two points; 0 when they are closer than 1e-6 along both axes. */
+NIVARO_API double DISTANCE(const double* x1, const double* y1, const double* x2,
+                           const double* y2) NIVARO_NOEXCEPT;
+NIVARO_API double DISTANCE_8(const double* x1, const double* y1, const double* x2,
+                             const double* y2) NIVARO_NOEXCEPT;
+/* Length of a vector; 0 when neither component exceeds 1e-6. */
+NIVARO_API double VECTOR_MAGNITUDE(const double* u, const double* v) NIVARO_NOEXCEPT;
+/* Width of the water surface in a circular section filled to a depth; 0 when it is empty or full. */
+NIVARO_API double CIRCLE_WIDTH(const double* radius, const double* depth) NIVARO_NOEXCEPT;
+/* The points are closer than the tolerance along both axes. */
+NIVARO_API nivaro_logical SAME_POINT(const double* x1, const double* y1, const double* x2,
+                                     const double* y2, const double* tolerance) NIVARO_NOEXCEPT;
+NIVARO_API nivaro_logical SAME_POINT_8(const double* x1, const double* y1, const double* x2,
+                                       const double* y2, const double* tolerance) NIVARO_NOEXCEPT;
+/* Positive when points 3 and 4 lie on the same side of the line through 1 and 2, negative when on
+ * opposite sides, 0 when one of them lies on it. */
+NIVARO_API double SAME_SIDE(const double* x1, const double* y1, const double* x2, const double* y2,
+                            const double* x3, const double* y3, const double* x4,
+                            const double* y4) NIVARO_NOEXCEPT;
+NIVARO_API double SAME_SIDE_8(const double* x1, const double* y1, const double* x2,
+                              const double* y2, const double* x3, const double* y3,
+                              const double* x4, const double* y4) NIVARO_NOEXCEPT;
+/* -1 for a point 3 left of or on the line from 1 to 2, +1 for one on its right. */
+NIVARO_API int32_t POINT_POSITION_8(const double* x1, const double* y1, const double* x2,
+                                    const double* y2, const double* x3,
+                                    const double* y3) NIVARO_NOEXCEPT;
+/* Point 3 lies exactly on the line through 1 and 2. */
+NIVARO_API nivaro_logical INTERSECT_POINT(const double* x1, const double* y1, const double* x2,
+                                          const double* y2, const double* x3,
+                                          const double* y3) NIVARO_NOEXCEPT;
+/* Segments A (1 to 2) and B (3 to 4) meet; touching counts, and so do any two on one line. */
+NIVARO_API nivaro_logical INTERSECT_LINE(const double* x1, const double* y1, const double* x2,
+                                         const double* y2, const double* x3, const double* y3,
+                                         const double* x4, const double* y4) NIVARO_NOEXCEPT;
+NIVARO_API nivaro_logical INTERSECT_LINE_8(const double* x1, const double* y1, const double* x2,
+                                           const double* y2, const double* x3, const double* y3,
+                                           const double* x4, const double* y4) NIVARO_NOEXCEPT;
+/* Where the lines of A and B cross: 3 on both segments, 1 on A only, 2 on B only, 4 on neither,
+ * 0 nowhere (parallel), -1 everywhere (one line). A segment's first point does not belong to it. */
+NIVARO_API int32_t INTERSECT_LINE_V2(const double* x1, const double* y1, const double* x2,
+                                     const double* y2, const double* x3, const double* y3,
+                                     const double* x4, const double* y4) NIVARO_NOEXCEPT;
+NIVARO_API int32_t INTERSECT_LINE_V2_8(const double* x1, const double* y1, const double* x2,
+                                       const double* y2, const double* x3, const double* y3,
+                                       const double* x4, const double* y4) NIVARO_NOEXCEPT;
+/* The crossing of the lines of A and B; false, and the point left alone, when there is none. */
+NIVARO_API nivaro_logical INTERSECTION_POINT(const double* x1, const double* y1, const double* x2,
+                                             const double* y2, const double* x3, const double* y3,
+                                             const double* x4, const double* y4, double* xi,
+                                             double* yi) NIVARO_NOEXCEPT;
+NIVARO_API nivaro_logical INTERSECTION_POINT_8(const double* x1, const double* y1, const double* x2,
+                                               const double* y2, const double* x3, const double* y3,
+                                               const double* x4, const double* y4, double* xi,
+                                               double* yi) NIVARO_NOEXCEPT;
+/* Angle between the lines of A and B in degrees, 0 to 180. */
+NIVARO_API double ANGLE2D(const double* x1, const double* y1, const double* x2, const double* y2,
+                          const double* x3, const double* y3, const double* x4,
+                          const double* y4) NIVARO_NOEXCEPT;
+/* Points in the frame of a grid: origin (x0, y0), first axis in direction `angle` (radians). The
+ * result arrays are others than those of the points. */
+NIVARO_API void GEO_SHIFT(const double* x, const double* y, const int32_t* count, const double* x0,
+                          const double* y0, const double* angle, double* shifted_x,
+                          double* shifted_y) NIVARO_NOEXCEPT;
+/* A point lies inside an odd number of polygons. Their vertices stand one after another, each polygon
+ * closed in itself (last vertex like the first) and followed by one slot that is not used;
+ * `vertex_count` includes these slots. `polygon_ends` holds the number of each polygon's last vertex,
+ * counted from 1, `min_x` the least x. A table that does not fit the vertices ends the run. */
+NIVARO_API nivaro_logical INSIDE_POLYGON(const double* px, const double* py, const double* x,
+                                         const double* y, const int32_t* vertex_count,
+                                         const double* min_x, const int32_t* polygon_ends,
+                                         const int32_t* polygon_count) NIVARO_NOEXCEPT;
+NIVARO_API nivaro_logical INSIDE_POLYGON_8(const double* px, const double* py, const double* x,
+                                           const double* y, const int32_t* vertex_count,
+                                           const double* min_x, const int32_t* polygon_ends,
+                                           const int32_t* polygon_count) NIVARO_NOEXCEPT;
+/* Linear interpolation of values z at the three corners of a triangle; false, with the result
+ * -99999, when a side is parallel to the line through the point. NO_CHECKS: for points known to lie
+ * in a proper triangle. */
+NIVARO_API nivaro_logical INTERPOLATE_TRIANGLE(const double* px, const double* py, const double* x,
+                                               const double* y, const double* z,
+                                               double* result) NIVARO_NOEXCEPT;
+NIVARO_API nivaro_logical INTERPOLATE_TRIANGLE_8(const double* px, const double* py,
+                                                 const double* x, const double* y, const double* z,
+                                                 double* result) NIVARO_NOEXCEPT;
+NIVARO_API void INTERPOLATE_TRIANGLE_NO_CHECKS(const double* px, const double* py, const double* x,
+                                               const double* y, const double* z,
+                                               double* result) NIVARO_NOEXCEPT;
+/* The same in an element of 3 or 4 corners, of 4 as the mean over the triangles that contain the
+ * point; false outside. */
+NIVARO_API nivaro_logical INTERPOLATE_ELEMENT_8(const double* px, const double* py, const double* x,
+                                                const double* y, const double* z,
+                                                const int32_t* vertex_count, const double* min_x,
+                                                double* result) NIVARO_NOEXCEPT;
+/* Wet area, width of the water surface and wetted perimeter of a piece of bed from (x1, z1) to
+ * (x2, z2) under a level; all 0 with a switch of 0 or less. The second form halves the piece. */
+NIVARO_API void HYD_PARAM(const double* x1, const double* z1, const double* x2, const double* z2,
+                          const double* level, const int32_t* is_used, double* area, double* width,
+                          double* perimeter) NIVARO_NOEXCEPT;
+NIVARO_API void HYD_PARAM2(const double* x1, const double* z1, const int32_t* is_first_used,
+                           const double* x2, const double* z2, const int32_t* is_second_used,
+                           const double* level, double* area1, double* area2, double* width1,
+                           double* width2, double* perimeter1, double* perimeter2) NIVARO_NOEXCEPT;
+/* The cells that points in local coordinates may touch, and the box around them. Low indices are at
+ * least 0, high ones at most the bounds. The first index grows with local y. */
+NIVARO_API void SET_SUB_GRID_AREA(const double* x, const double* y, const int32_t* count,
+                                  const double* cell_size, const int32_t* first_bound,
+                                  const int32_t* second_bound, int32_t* first_low,
+                                  int32_t* second_low, int32_t* first_high, int32_t* second_high,
+                                  double* min_x, double* min_y, double* max_x,
+                                  double* max_y) NIVARO_NOEXCEPT;
 
 /* ---- Paths: "\" or "/" separates, a drive is a letter and ":", "\\" begins a network path -------
  */

@@ -113,9 +113,14 @@ void ControlFileReader::runSpatialCommand(const ControlFileRequest& request, Spa
                                           std::string_view line) {
   const SpatialTarget* target = findSpatialTarget(command);
   if (target == nullptr) return;
-  spatial_.run(
-      {.source = source, .target = *target, .value = value, .controlLine = line, .place = place()},
-      request.fields, request.logUnit);
+  spatial_.run({.source = source,
+                .target = *target,
+                .regionsAdd = flagExists(command, "ADD"),
+                .value = value,
+                .folder = folder_,
+                .controlLine = line,
+                .place = place()},
+               request.fields, request.grid, request.logUnit);
 }
 
 // The report with the place of the command in its first free detail.

@@ -21,6 +21,7 @@ struct ControlFileRequest {
   std::string_view controlFile;
   MorphologyParameters& parameters;     // of the domain
   const SedimentFields& fields;         // of the domain
+  const GridDescription& grid;          // of the domain
   const MorphologyParameters& current;  // shown by the echo
   std::int32_t logUnit = 0;
 };

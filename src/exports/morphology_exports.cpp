@@ -10,7 +10,7 @@ using namespace nivaro;
 
 namespace {
 
-// Arrays of the dataset come without their second dimension; nothing behind the range is read.
+// Arrays of the outputs come without their second dimension; nothing behind the range is read.
 constexpr std::int32_t kAnyDimension = std::numeric_limits<std::int32_t>::max();
 
 template <typename T>
@@ -67,16 +67,28 @@ void QVMOR_SETUP_S2(const Logical* active, const std::int32_t* domain, const std
 
 void QVMOR_RDINPF(const char* controlFile, const std::int32_t* domain,
                   const std::int32_t* lastDomain, const std::int32_t* n, const std::int32_t* m,
-                  const std::int32_t*, const std::int32_t*, const std::int32_t*,
-                  const std::int32_t*, const std::int32_t*, const std::int32_t*, const double*,
-                  const double*, const double*, const double*, const double*, double* realWork,
-                  std::int32_t* integerWork, const void*, const void*, const void*,
-                  Length controlFileLength) noexcept {
+                  const std::int32_t* firstRowBound, const std::int32_t* secondRowBound,
+                  const std::int32_t* firstObjectBound, const std::int32_t* secondObjectBound,
+                  const std::int32_t* firstRowOffset, const std::int32_t* secondRowOffset,
+                  const double* dx, const double* dy, const double* angle, const double* x0,
+                  const double* y0, double* realWork, std::int32_t* integerWork, const void*,
+                  const void*, const void*, Length controlFileLength) noexcept {
   readControlFile(theModule(), {.controlFile = text(controlFile, controlFileLength),
                                 .domain = *domain,
                                 .lastDomain = *lastDomain,
                                 .n = *n,
                                 .m = *m,
+                                .grid = {.frame = {.x0 = *x0,
+                                                   .y0 = *y0,
+                                                   .angle = *angle,
+                                                   .dx = *dx,
+                                                   .dy = *dy,
+                                                   .firstBound = *firstObjectBound,
+                                                   .secondBound = *secondObjectBound},
+                                         .firstRowBound = *firstRowBound,
+                                         .secondRowBound = *secondRowBound,
+                                         .firstRowOffset = *firstRowOffset,
+                                         .secondRowOffset = *secondRowOffset},
                                 .work = {.real = realWork, .integer = integerWork}});
 }
 
@@ -161,6 +173,27 @@ void QVMOR_WRSMSF_DAT_RESULTS(const std::int32_t* domain, const std::int32_t* la
 
 void QVMOR_WRSMSF_CLOSE() noexcept {
   theModule().dataset.writeEnd();
+}
+
+void QVMOR_WRMIFF(const std::int32_t* domain, const std::int32_t* lastDomain,
+                  const Logical* writeValues, const std::int32_t* cellCode, const double* elevation,
+                  const std::int32_t* nx, const void*, const std::int32_t* firstI,
+                  const std::int32_t* firstJ, const std::int32_t* lastI, const std::int32_t* lastJ,
+                  const std::int32_t* firstOffset, const std::int32_t* secondOffset,
+                  const double* x0, const double* y0, const double* stepA, const double* stepB,
+                  double* realWork, std::int32_t* integerWork) noexcept {
+  writeCheckLayer(theModule(),
+                  {.cells = {.domain = *domain,
+                             .lastDomain = *lastDomain,
+                             .code = openGrid(cellCode, nx),
+                             .depth = openGrid(elevation, nx),
+                             .fields = {},
+                             .range = area(firstI, firstJ, lastI, lastJ),
+                             .firstOffset = *firstOffset,
+                             .secondOffset = *secondOffset,
+                             .frame = {.x0 = *x0, .y0 = *y0, .stepA = *stepA, .stepB = *stepB}},
+                   .writeValues = isTrue(*writeValues),
+                   .work = {.real = realWork, .integer = integerWork}});
 }
 
 void EXITS() noexcept {

@@ -17,9 +17,14 @@ void requireDomain(Module& module, std::int32_t domain) {
 
 void readControlFile(Module& module, const ControlFileCall& call) {
   requireDomain(module, call.domain);
+  // A domain without morphology has one dummy cell for each field: no layer reaches it.
+  GridDescription grid = call.grid;
+  if (!module.fields.row(call.domain).active)
+    grid.frame.firstBound = grid.frame.secondBound = grid.firstRowBound = grid.secondRowBound = 0;
   module.controlFile.read({.controlFile = call.controlFile,
                            .parameters = module.parameters.ofDomain(call.domain),
                            .fields = module.fields.fields(call.domain, call.work, call.n, call.m),
+                           .grid = grid,
                            .current = module.parameters.current(),
                            .logUnit = module.logUnit});
   if (call.domain == call.lastDomain) module.workspace.close();
@@ -65,6 +70,22 @@ void writeDatasetValues(Module& module, const DatasetValuesCall& call) {
   }
   module.dataset.writeValues(call.turn, static_cast<std::int32_t>(call.pointI.size()), values,
                              call.range);
+}
+
+void writeCheckLayer(Module& module, CheckLayerCall call) {
+  CheckedDomain& cells = call.cells;
+  requireDomain(module, cells.domain);
+  if (call.writeValues && module.fields.row(cells.domain).active) {
+    const SedimentFields fields =
+        module.fields.fields(cells.domain, call.work, cells.code.n(), cells.code.m());
+    cells.fields = CheckedFields{.d50 = fields.d50,
+                                 .d90 = fields.d90,
+                                 .inSituVoids = fields.inSituVoids,
+                                 .depositionVoids = fields.depositionVoids,
+                                 .bedLimit = fields.bedLimit,
+                                 .bedCode = fields.bedCode};
+  }
+  module.checkLayer.write(cells, module.gisSettings, module.logUnit);
 }
 
 }  // namespace nivaro

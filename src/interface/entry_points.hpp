@@ -7,6 +7,7 @@
 
 #include "interface/module.hpp"
 #include "morphology/fields.hpp"
+#include "output/check_layer.hpp"
 #include "output/sms_dataset.hpp"
 #include "platform/grid.hpp"
 
@@ -19,6 +20,7 @@ struct ControlFileCall {
   std::int32_t lastDomain = 0;
   std::int32_t n = 0;
   std::int32_t m = 0;
+  GridDescription grid{};
   WorkArrays work;
 };
 void readControlFile(Module& module, const ControlFileCall& call);
@@ -48,6 +50,14 @@ struct DatasetValuesCall {
   double* realWork = nullptr;
 };
 void writeDatasetValues(Module& module, const DatasetValuesCall& call);
+
+// The cells of one domain in the check layer.
+struct CheckLayerCall {
+  CheckedDomain cells;  // its fields are filled here
+  bool writeValues = false;
+  WorkArrays work;
+};
+void writeCheckLayer(Module& module, CheckLayerCall call);
 
 // Ends the run for a domain number that no domain can have.
 void requireDomain(Module& module, std::int32_t domain);

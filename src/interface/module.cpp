@@ -13,9 +13,12 @@ Module::Module(Console& console_, Process& process_, MessageRecord& record_)
       layerMessages(gisLayers),
       diagnostics(console, messages, termination),
       workspace(files, diagnostics),
-      spatialCommands(diagnostics),
+      layerOpener(files, diagnostics, termination, workspace, gisSettings),
+      layers(diagnostics),
+      spatialCommands(files, diagnostics, layerOpener, layers),
       controlFile(files, diagnostics, variables, spatialCommands),
-      dataset(files, diagnostics) {
+      dataset(files, diagnostics),
+      checkLayer(files, diagnostics, termination, layerOpener) {
   messages.setLayerSink([this](const MessagePlacement& placement, MessageRecord& message) {
     layerMessages.place(placement, message);
   });

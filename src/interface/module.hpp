@@ -14,13 +14,16 @@
 #include "messages/gis/layer_table.hpp"
 #include "messages/gis_settings.hpp"
 #include "messages/layer_messages.hpp"
+#include "messages/mif_layer_opener.hpp"
 #include "messages/record.hpp"
 #include "messages/workspace_list.hpp"
 #include "messages/writer.hpp"
+#include "output/check_layer.hpp"
 #include "output/sms_dataset.hpp"
 #include "platform/console.hpp"
 #include "platform/process.hpp"
 #include "platform/unit_table.hpp"
+#include "spatial/mif_reader.hpp"
 #include "text/control_line.hpp"
 
 namespace nivaro {
@@ -45,11 +48,14 @@ struct Module {
   std::int32_t logUnit = 0;
   GisSettings gisSettings;
   WorkspaceList workspace;
+  MifLayerOpener layerOpener;
+  MifReader layers;
   SpatialCommands spatialCommands;
   ControlFileReader controlFile;
   DomainFieldTable fields;
   ParameterTable parameters;
   SmsDataset dataset;
+  CheckLayer checkLayer;
 };
 
 }  // namespace nivaro

@@ -1,5 +1,7 @@
 #include "messages/workspace_list.hpp"
 
+#include <algorithm>
+
 #include "text/blank_padded.hpp"
 
 namespace nivaro {
@@ -16,6 +18,21 @@ void WorkspaceList::open(std::string_view fileName, std::string_view simulationN
   write("!Charset WindowsLatin1");
   write("!Contains morphology input layers from NIVARO simulation \"" +
         std::string(trimmed(simulationName)) + "\"");
+}
+
+void WorkspaceList::enter(const std::string& layer, std::int32_t logUnit) {
+  if (unit_ < 1) return;
+  if (std::ranges::find(layers_, layer) != layers_.end()) return;
+
+  if (layers_.size() + 1 >= kCapacity) {
+    constexpr std::string_view warning =
+        "WARNING 0317 - Exceeded limit of input layers for MI workspace (.wor may not be complete)";
+    diagnostics_.console().line(warning);
+    if (logUnit >= 1) diagnostics_.messages().toUnit(logUnit, warning);
+    layers_.resize(kCapacity - 1);
+  }
+  layers_.push_back(layer);
+  write("Open Table \"" + std::string(trimmed(layer)) + "\"");
 }
 
 void WorkspaceList::close() {
