@@ -16,6 +16,10 @@ namespace {
 // Segments shorter than this along both axes cover nothing.
 constexpr double kSamePoint = 1e-4;
 
+// All centre lines between the ends are crossed, but for one or two at either end: beyond this the
+// list overflows for certain. Coordinates gone astray are so found without walking to them.
+constexpr std::int64_t kSurelyTooMany = SegmentWalk::kMaxCells + 10;
+
 // A walk through the rows steps along local y, one through the columns along local x.
 enum class Steps { Rows, Columns };
 
@@ -81,8 +85,9 @@ class Walk {
     const std::int32_t alongB = cellIndex(D::along(b_), alongSize_);
     const std::int32_t acrossA = cellIndex(D::across(a_), acrossSize_);
     const std::int32_t acrossB = cellIndex(D::across(b_), acrossSize_);
-    const std::int64_t last = std::max(std::abs(std::int64_t{alongB} - alongA),
-                                       std::abs(std::int64_t{acrossB} - acrossA));
+    const std::int64_t linesBetween = std::abs(std::int64_t{alongB} - alongA);
+    if (linesBetween > kSurelyTooMany) return tooManyCells();
+    const std::int64_t last = std::max(linesBetween, std::abs(std::int64_t{acrossB} - acrossA));
     const std::int64_t direction = alongB < alongA ? -1 : 1;
 
     for (std::int64_t step = 0; step <= last; ++step) {

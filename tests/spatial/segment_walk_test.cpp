@@ -108,11 +108,14 @@ TEST(SegmentWalk, TakesTheCellsWhoseCentreLinesItCrosses) {
 TEST(SegmentWalk, ListsTenThousandCellsAndNoMore) {
   EXPECT_EQ(walked({0, 0.5, 10000.2, 0.5}, 1, 1).size(), 10000U);
 
-  SegmentWalk walk;
-  const auto tooLong = walk.cells({0.5, 0, 0.5, 10000.7}, 1, 1);
-  ASSERT_FALSE(tooLong);
-  EXPECT_TRUE(tooLong.report().line1.starts_with(
-      "SORRY - Exceeded limit of    10000 HX cells per HX polyline segment.  Contact "));
+  // One cell more, and ends so far off that their products overflow.
+  for (const Segment& segment : {Segment{0.5, 0, 0.5, 10000.7}, Segment{1, 2, 1e200, 4}}) {
+    SegmentWalk walk;
+    const auto tooLong = walk.cells(segment, 1, 1);
+    ASSERT_FALSE(tooLong);
+    EXPECT_TRUE(tooLong.report().line1.starts_with(
+        "SORRY - Exceeded limit of    10000 HX cells per HX polyline segment.  Contact "));
+  }
 }
 
 }  // namespace
