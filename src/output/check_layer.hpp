@@ -49,7 +49,7 @@ struct CheckedDomain {
   Area range;
   std::int32_t firstOffset = 0;  // index shown of field element 2
   std::int32_t secondOffset = 0;
-  CellFrame frame;
+  CellFrame frame{};
 };
 
 class CheckLayer {
