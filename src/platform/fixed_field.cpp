@@ -20,12 +20,10 @@ std::string rightAligned(std::string_view text, std::size_t columns) {
   return field.append(text);
 }
 
-// The longest spelling that fits, else the shortest, which then gives asterisks.
+// The whole word where it fits.
 std::string infinityField(bool isNegative, std::size_t columns) {
   if (isNegative) return rightAligned(columns >= 9 ? "-Infinity" : "-Inf", columns);
-  for (const std::string_view text : {"+Infinity", "Infinity", "+Inf"})
-    if (text.size() <= columns) return rightAligned(text, columns);
-  return rightAligned("Inf", columns);
+  return rightAligned(columns >= 8 ? "Infinity" : "Inf", columns);
 }
 
 // Without the zero before the point, which stands first or behind the sign.

@@ -13,8 +13,8 @@ namespace nivaro {
 // - The leading zero of a number below 1 is dropped where only that makes it fit: 0.4 in 4 columns
 //   with 3 decimals is ".400".
 // - A negative value that rounds to zero keeps its sign, and so does a negative zero.
-// - Not-a-number is "NaN". Infinity is the longest of "+Infinity", "Infinity", "+Inf" and "Inf"
-//   that fits; minus infinity is "-Infinity" or "-Inf".
+// - Not-a-number is "NaN". Infinity is "Infinity" where that fits, else "Inf", with a minus sign
+//   when negative; like any positive number it has no plus sign.
 std::string fixedField(double value, int width, int decimals);
 
 // `value` in `width` columns, padded with zeros to at least `minDigits` digits.

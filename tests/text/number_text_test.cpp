@@ -30,7 +30,7 @@ TEST(NumberText, ChoosesDecimalsBySize) {
       {-1234.0, "-1234."},
       {1e17, "100000000000000000."},
       {1e22, "********************"},  // 24 columns
-      {kInfinity, "+Infinity"},
+      {kInfinity, "Infinity"},
       {std::nan(""), "NaN"},
   };
   for (const auto& [value, expected] : cases) EXPECT_EQ(areal(value), expected) << value;
@@ -83,7 +83,7 @@ TEST(NumberText, WritesHours) {
       {-0.25, "HHHH:MM", "-0:15"},
       {100.0, "HHHH:MM:SS", "100:00:00"},
       {1.0125, "HHHH:MM:SS", "1:00:45"},  // 45 seconds are 0.0125 hours
-      {kInfinity, "HHHH:MM", "+Infinity"},
+      {-kInfinity, "HHHH:MM", "-Infinity"},
       {1.0, "MINUTES", ""},
   };
   for (const auto& [hours, format, expected] : cases) {
