@@ -74,6 +74,80 @@ static void check_values(void) {
   check(CHECKINT4("12 ", &integer, 3) == -1 && integer == 12, "CHECKINT4");
 }
 
+static int near(double value, double wanted) {
+  return value > wanted - 1e-12 && value < wanted + 1e-12;
+}
+
+static void check_geometry(void) {
+  const double zero = 0.0, one = 1.0, two = 2.0, three = 3.0, four = 4.0, quarter = 0.25;
+  const double right_angle = 1.5707963267948966;
+  const int32_t points = 6, polygons = 1, ends = 5, corners = 4, yes = 1, bound = 9;
+  double x = -1.0, y = -1.0;
+
+  check(DISTANCE(&zero, &zero, &three, &four) == 5.0, "DISTANCE");
+  check(DISTANCE_8(&one, &zero, &four, &four) == 5.0, "DISTANCE_8");
+  check(VECTOR_MAGNITUDE(&three, &four) == 5.0, "VECTOR_MAGNITUDE");
+  check(CIRCLE_WIDTH(&two, &two) == 4.0, "CIRCLE_WIDTH");
+  check(SAME_POINT(&zero, &one, &quarter, &one, &one) == -1, "SAME_POINT");
+  check(SAME_POINT_8(&zero, &one, &two, &one, &one) == 0, "SAME_POINT_8");
+  /* The line runs up the y axis; (1, 0) and (3, 4) lie right of it. */
+  check(SAME_SIDE(&zero, &zero, &zero, &two, &one, &zero, &three, &four) > 0.0, "SAME_SIDE");
+  check(POINT_POSITION_8(&zero, &zero, &zero, &two, &one, &zero) == 1, "POINT_POSITION_8");
+  check(INTERSECT_POINT(&zero, &zero, &one, &one, &three, &three) == -1, "INTERSECT_POINT");
+  /* The diagonal to (2, 2) and the line x = 1 from 0 to 4. */
+  check(INTERSECT_LINE(&zero, &zero, &two, &two, &one, &zero, &one, &four) == -1, "INTERSECT_LINE");
+  check(INTERSECT_LINE_V2(&zero, &zero, &two, &two, &one, &zero, &one, &four) == 3,
+        "INTERSECT_LINE_V2");
+  check(INTERSECT_LINE_V2_8(&two, &two, &four, &four, &one, &zero, &one, &four) == 2,
+        "INTERSECT_LINE_V2_8: only on B");
+  check(INTERSECTION_POINT(&zero, &zero, &two, &two, &one, &zero, &one, &four, &x, &y) == -1 &&
+            x == 1.0 && y == 1.0,
+        "INTERSECTION_POINT");
+  check(near(ANGLE2D(&zero, &zero, &one, &zero, &zero, &zero, &one, &one), 45.0), "ANGLE2D");
+
+  GEO_SHIFT(&one, &three, &polygons, &one, &two, &right_angle, &x, &y);
+  check(near(x, 1.0) && near(y, 0.0), "GEO_SHIFT");
+
+  /* The square from 0 to 4, closed, and its closing slot. */
+  const double square_x[6] = {0, 4, 4, 0, 0, 0}, square_y[6] = {0, 0, 4, 4, 0, 0};
+  check(INSIDE_POLYGON(&one, &two, square_x, square_y, &points, &zero, &ends, &polygons) == -1,
+        "INSIDE_POLYGON");
+  const double outside = 5.0;
+  check(INSIDE_POLYGON_8(&outside, &two, square_x, square_y, &points, &zero, &ends, &polygons) == 0,
+        "INSIDE_POLYGON_8");
+
+  /* z = x + 2 y at the corners. */
+  const double z[4] = {0, 4, 12, 8};
+  double value = 0.0;
+  check(INTERPOLATE_TRIANGLE(&three, &one, square_x, square_y, z, &value) == -1 && near(value, 5.0),
+        "INTERPOLATE_TRIANGLE");
+  INTERPOLATE_TRIANGLE_NO_CHECKS(&three, &two, square_x, square_y, z, &value);
+  check(near(value, 7.0), "INTERPOLATE_TRIANGLE_NO_CHECKS");
+  check(INTERPOLATE_ELEMENT_8(&one, &two, square_x, square_y, z, &corners, &zero, &value) == -1 &&
+            near(value, 5.0),
+        "INTERPOLATE_ELEMENT_8");
+
+  /* A flat bed at 1 from x = 0 to 4 under level 3. */
+  double area = 0.0, width = 0.0, perimeter = 0.0, area2 = 0.0, width2 = 0.0, perimeter2 = 0.0;
+  HYD_PARAM(&zero, &one, &four, &one, &three, &yes, &area, &width, &perimeter);
+  check(area == 8.0 && width == 4.0 && perimeter == 4.0, "HYD_PARAM");
+  const int32_t no = 0;
+  HYD_PARAM2(&zero, &one, &no, &four, &one, &yes, &three, &area, &area2, &width, &width2,
+             &perimeter, &perimeter2);
+  check(area == 0.0 && area2 == 4.0 && width == 0.0 && width2 == 2.0 && perimeter2 == 2.0,
+        "HYD_PARAM2");
+
+  /* Cells of size 2: y from 1 to 3 in cells 1 to 2, x from 2 to 25 in cells 2 to 13, cut to 9. */
+  const double px[2] = {2, 25}, py[2] = {3, 1};
+  const int32_t two_points = 2;
+  int32_t low1, low2, high1, high2;
+  double min_x, min_y, max_x, max_y;
+  SET_SUB_GRID_AREA(px, py, &two_points, &two, &bound, &bound, &low1, &low2, &high1, &high2, &min_x,
+                    &min_y, &max_x, &max_y);
+  check(low1 == 1 && low2 == 2 && high1 == 2 && high2 == 9, "SET_SUB_GRID_AREA: cells");
+  check(min_x == 2 && min_y == 1 && max_x == 25 && max_y == 3, "SET_SUB_GRID_AREA: box");
+}
+
 static void check_messages(void) {
   const int32_t nowhere = -2;
   const char text[] = "WARNING 0317 - from C";
@@ -139,6 +213,7 @@ int main(int argc, char** argv) {
   const char* folder = argc > 1 ? argv[1] : ".";
   check_texts();
   check_values();
+  check_geometry();
   check_messages();
   check_run(folder);
   if (failures > 0) return 1;

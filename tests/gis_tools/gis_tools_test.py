@@ -1,0 +1,268 @@
+#!/usr/bin/env python3
+"""Layers that GDAL writes, read by the module and compared cell by cell with what GDAL makes of
+them; and the module's check layer, read by GDAL.
+
+Usage: gis_tools_test.py LIBRARY
+"""
+import array
+import csv
+import json
+import math
+import os
+import pathlib
+import random
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+LIBRARY = None
+HOST = pathlib.Path(__file__).parent / "layer_host.py"
+TOOLS = ("ogr2ogr", "ogrinfo", "gdal_rasterize")
+SKIPPED = 77
+
+ROWS, COLUMNS, SIZE = 40, 55, 7.5
+WIDTH, HEIGHT = COLUMNS * SIZE, ROWS * SIZE
+DEFAULT = 0.00016
+PLANE = 'CoordSys Earth Projection 8, 115, "m", 9, 0, 0.9996, 500000, 0'
+GRIDS = {
+    "along the axes": {"origin": (0.0, 0.0), "angle": 0.0},
+    "turned, far from the origin": {"origin": (412345.678, 5678901.234), "angle": 0.6},
+    "turned beyond a right angle": {"origin": (412345.678, 5678901.234), "angle": -2.3},
+}
+
+
+def ring(rng, x, y, least, most, corners=11):
+    """A closed ring around a point, without crossings."""
+    angles = sorted(rng.uniform(0, 2 * math.pi) for _ in range(corners))
+    radii = [rng.uniform(least, most) for _ in angles]
+    points = [[x + r * math.cos(a), y + r * math.sin(a)] for r, a in zip(radii, angles)]
+    return points + points[:1]
+
+
+def polygon(rng, x, y, size):
+    return [ring(rng, x, y, 0.6 * size, size, 24), ring(rng, x, y, 0.1 * size, 0.3 * size)]
+
+
+def anywhere(rng, margin=0.0):
+    return [rng.uniform(-margin, WIDTH + margin), rng.uniform(-margin, HEIGHT + margin)]
+
+
+def is_before_edge(point):
+    """Within one cell before the grid, which counts as the first cell: no other tool's rule."""
+    return any(-SIZE <= c <= 0.0 for c in point)
+
+
+def points(rng):
+    def one():
+        while is_before_edge(point := anywhere(rng, 30.0)):
+            pass
+        return point
+    return ([("Point", one()) for _ in range(60)] +
+            [("MultiPoint", [one() for _ in range(7)]) for _ in range(10)])
+
+
+def lines(rng):
+    def one():
+        return [anywhere(rng) for _ in range(rng.randint(2, 6))]
+    return ([("LineString", one()) for _ in range(8)] +
+            [("MultiLineString", [one() for _ in range(3)]) for _ in range(3)])
+
+
+def regions(rng):
+    simple = [("Polygon", polygon(rng, *anywhere(rng, 20.0), rng.uniform(5.0, 90.0)))
+              for _ in range(40)]
+    several = []
+    for _ in range(10):
+        x, y = anywhere(rng)
+        several.append(("MultiPolygon", [polygon(rng, x, y, 40.0), polygon(rng, x + 90, y, 45.0)]))
+    return simple + several
+
+
+def moved(coordinates, grid):
+    """Coordinates of the grid's frame in the world."""
+    if isinstance(coordinates[0], list):
+        return [moved(c, grid) for c in coordinates]
+    (x, y), (x0, y0), angle = coordinates, grid["origin"], grid["angle"]
+    return [x0 + x * math.cos(angle) - y * math.sin(angle),
+            y0 + x * math.sin(angle) + y * math.cos(angle)]
+
+
+def value_of(number):
+    return 0.001 * (number + 1)
+
+
+def tool(*command):
+    done = subprocess.run([str(c) for c in command], stdout=subprocess.PIPE,
+                          stderr=subprocess.STDOUT, text=True)
+    if done.returncode != 0:
+        raise AssertionError(f"{command}: {done.stdout}")
+    return done.stdout
+
+
+class GisTools(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix="nivaro gis ")
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+        self.prefix = str(self.folder / "run")
+
+    def write_geojson(self, name, objects):
+        features = [{"type": "Feature",
+                     "properties": {"d50": value_of(k), "name": f'sand "{k}", x'},
+                     "geometry": {"type": kind, "coordinates": coordinates}}
+                    for k, (kind, coordinates) in enumerate(objects)]
+        path = self.folder / name
+        path.write_text(json.dumps({"type": "FeatureCollection", "features": features}))
+        return path
+
+    def write_layer(self, name, objects, grid):
+        source = self.write_geojson("world.json", [(k, moved(c, grid)) for k, c in objects])
+        tool("ogr2ogr", "-f", "MapInfo File", "-a_srs", "EPSG:25832", self.folder / f"{name}.mif",
+             source)
+
+    def run_host(self, grid, control, header_source=PLANE, answers=""):
+        (self.folder / "run.mcf").write_text(control)
+        case = {"prefix": self.prefix, "control": str(self.folder / "run.mcf"), "rows": ROWS,
+                "columns": COLUMNS, "cell_size": SIZE, "header_source": header_source, **grid}
+        (self.folder / "case.json").write_text(json.dumps(case))
+        return subprocess.run([sys.executable, HOST, LIBRARY, self.folder / "case.json"],
+                              input=answers, stdout=subprocess.PIPE, text=True, timeout=120)
+
+    def assigned(self, grid):
+        """D50 of the cells that `sand` sets, by (row, column) from 0."""
+        run = self.run_host(grid, "Read MI Morphology D50 == sand\n")
+        self.assertEqual(run.returncode, 0, run.stdout)
+        field = array.array("d", pathlib.Path(self.prefix + ".d50").read_bytes())
+        n = ROWS + 4
+        cells = {(i, j): field[(j + 2) * n + i + 2] for i in range(ROWS) for j in range(COLUMNS)}
+        return {cell: value for cell, value in cells.items() if value != DEFAULT}
+
+    def rasterized(self, objects, *options):
+        """The same by GDAL, in the grid's own frame."""
+        source = self.write_geojson("local.json", objects)
+        raster = self.folder / "raster"
+        tool("gdal_rasterize", "-q", "-a", "d50", "-te", 0, 0, WIDTH, HEIGHT, "-ts", COLUMNS, ROWS,
+             "-init", 0, "-ot", "Float64", "-of", "ENVI", *options, source, raster)
+        pixels = array.array("d", raster.read_bytes())
+        cells = {(ROWS - 1 - p // COLUMNS, p % COLUMNS): v for p, v in enumerate(pixels)}
+        return {cell: value for cell, value in cells.items() if value != 0.0}
+
+    def assert_same(self, ours, theirs):
+        self.assertEqual(set(ours), set(theirs))
+        for cell, value in ours.items():
+            self.assertAlmostEqual(value, theirs[cell], delta=1e-12, msg=str(cell))
+
+    def test_points_set_the_cells_around_them(self):
+        for seed, (name, grid) in enumerate(GRIDS.items()):
+            with self.subTest(name):
+                rng = random.Random(seed)
+                objects = points(rng)
+                self.write_layer("sand", objects, grid)
+                self.assert_same(self.assigned(grid), self.rasterized(objects))
+
+    def test_regions_set_the_cells_whose_centres_they_enclose(self):
+        for seed, (name, grid) in enumerate(GRIDS.items()):
+            with self.subTest(name):
+                rng = random.Random(seed)
+                objects = regions(rng)
+                self.write_layer("sand", objects, grid)
+                ours = self.assigned(grid)
+                self.assertGreater(len(ours), 300)
+                self.assert_same(ours, self.rasterized(objects))
+
+    def test_lines_set_the_cells_along_them(self):
+        for seed, (name, grid) in enumerate(GRIDS.items()):
+            with self.subTest(name):
+                rng = random.Random(seed)
+                for one in lines(rng):
+                    self.write_layer("sand", [one], grid)
+                    ours = set(self.assigned(grid))
+                    touched = set(self.rasterized([one], "-at"))
+                    self.assertLessEqual(ours, touched)
+                    self.assertLessEqual(set(centre_line_cells(*one)), ours)
+                    (self.folder / "sand.mif").unlink()
+                    (self.folder / "sand.mid").unlink()
+
+    def test_record_without_a_number_ends_the_run(self):
+        self.write_layer("sand", points(random.Random(1)), GRIDS["along the axes"])
+        records = (self.folder / "sand.mid").read_text().splitlines()
+        records[4] = "," + records[4]
+        (self.folder / "sand.mid").write_text("\n".join(records))
+        run = self.run_host(GRIDS["along the axes"], "Read MI Morphology D50 == sand\n",
+                            answers="\n")
+        self.assertEqual(run.returncode, 1)
+        self.assertIn("ERROR - Reading MID file.\nRecord 5 of file \"", run.stdout)
+        self.assertIn("sand.mid", run.stdout)
+
+    def test_check_layer_shows_every_cell(self):
+        for (name, grid), source in zip(GRIDS.items(), (" ", PLANE, PLANE)):
+            with self.subTest(name):
+                control = "Set Morphology D50 == 0.00025\nSet Morphology D90 == 1.5\n"
+                run = self.run_host(grid, control, header_source=source)
+                self.assertEqual(run.returncode, 0, run.stdout)
+                self.check_columns()
+                self.check_features(grid)
+
+    def check_columns(self):
+        summary = tool("ogrinfo", "-so", "-al", self.prefix + "_mor_check.mif")
+        columns = re.findall(r"^(\w+): (\w+) \((\d+)\.", summary, re.M)
+        self.assertEqual([(name, kind) for name, kind, _ in columns],
+                         [("n", "Integer"), ("m", "Integer"), ("Grid_Ref", "String"),
+                          ("Code", "Integer"), ("ZC", "Real"), ("Domain_Index", "Integer"),
+                          ("mor_d50", "Real"), ("mor_d90", "Real"), ("mor_IVR", "Real"),
+                          ("mor_DVR", "Real"), ("mor_Bed_Limit_Z", "Real"),
+                          ("mor_Bed_Code", "Integer")])
+        self.assertEqual(columns[2][2], "13")
+
+    def check_features(self, grid):
+        table = self.folder / "check.csv"
+        table.unlink(missing_ok=True)
+        tool("ogr2ogr", "-f", "CSV", "-lco", "GEOMETRY=AS_WKT", table,
+             self.prefix + "_mor_check.mif")
+        with open(table, newline="", encoding="utf-8") as file:
+            features = list(csv.DictReader(file))
+        n = ROWS + 4
+        expected = [(i, j) for i in range(ROWS) for j in range(COLUMNS)
+                    if ((j + 2) * n + i + 2) % 3 != 0]
+        self.assertEqual(len(features), len(expected))
+        for (i, j), feature in zip(expected, features):
+            element = (j + 2) * n + i + 2
+            shown = [float(feature[name]) for name in
+                     ("n", "m", "Code", "ZC", "Domain_Index", "mor_d50", "mor_d90", "mor_IVR",
+                      "mor_DVR", "mor_Bed_Limit_Z", "mor_Bed_Code")]
+            # Index offsets 0: the first cell is shown as 1. Three decimals of ZC are exact here.
+            self.assertEqual(shown, [i + 1, j + 1, element % 3, 20.0 - element / 8.0, 1, 0.00025,
+                                     1.5, 0.4, 0.4, -99999.0, 1])
+            self.assertEqual(feature["Grid_Ref"], f"{i + 1},{j + 1}")
+            self.assertTrue(feature["WKT"].startswith("POLYGON (("), feature["WKT"])
+            corners = [[float(c) for c in corner.split()]
+                       for corner in feature["WKT"][10:-2].split(",")]
+            square = [[j + 1, i + 1], [j, i + 1], [j, i], [j + 1, i], [j + 1, i + 1]]
+            for corner, local in zip(corners, square, strict=True):
+                wanted = moved([c * SIZE for c in local], grid)
+                self.assertLessEqual(max(abs(a - b) for a, b in zip(corner, wanted)), 0.0006)
+
+
+def centre_line_cells(kind, coordinates):
+    """Cells where a line crosses the centre lines of rows, or of columns where it is flatter."""
+    for part in [coordinates] if kind == "LineString" else coordinates:
+        for (xa, ya), (xb, yb) in zip(part, part[1:]):
+            along, across = ((ya, yb), (xa, xb)) if abs(yb - ya) > abs(xb - xa) else \
+                            ((xa, xb), (ya, yb))
+            for k in range(max(ROWS, COLUMNS)):
+                u = ((k + 0.5) * SIZE - along[0]) / (along[1] - along[0])
+                if not 0.0 < u <= 1.0:
+                    continue
+                other = int((across[0] + u * (across[1] - across[0])) / SIZE)
+                yield (k, other) if along == (ya, yb) else (other, k)
+
+
+if __name__ == "__main__":
+    LIBRARY = os.path.abspath(sys.argv.pop(1))
+    if missing := [name for name in TOOLS if shutil.which(name) is None]:
+        print(f"Skipped: {', '.join(missing)} of GDAL not found (Debian: gdal-bin)")
+        sys.exit(SKIPPED)
+    unittest.main()
