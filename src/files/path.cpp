@@ -132,7 +132,7 @@ std::string fileNamePath(std::string_view path) {
 }
 
 std::string fileNamePathNoTail(std::string_view path) {
-  const std::string whole = fileNamePath(path);
+  std::string whole = fileNamePath(path);
   const std::size_t tail = whole.rfind('_');
   // A path that is nothing but a tail stays whole, like one that is nothing but an extension.
   if (tail == kNone || tail == 0 || tail < nameStart(whole)) return whole;

@@ -196,7 +196,7 @@ MaybeFailure ProjectFile::add(const ProjectEntry& entry) {
 
 MaybeFailure ProjectFile::close() {
   if (!isOpen()) return {};
-  const MaybeFailure failure = writeFromTail("");
+  MaybeFailure failure = writeFromTail("");
   files_.closeFile(unit_);
   unit_ = 0;
   return failure;

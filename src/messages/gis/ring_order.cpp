@@ -59,6 +59,7 @@ double signedArea(Part ring) {
 
 std::vector<std::vector<Vertex>> orderedRings(const std::vector<Part>& rings) {
   std::vector<BoundingBox> boxes;
+  boxes.reserve(rings.size());
   for (const Part& ring : rings) boxes.push_back(boundingBox(ring));
 
   std::vector<std::vector<Vertex>> ordered;
