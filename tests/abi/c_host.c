@@ -165,7 +165,8 @@ static void check_run(const char* folder) {
   const nivaro_logical no = 0, yes = -1;
   const int32_t domain = 1, nn = n, mm = m, zero = 0, two = 2, last_i = n - 1, last_j = m - 1;
   const double one = 1.0, origin = 0.0, minute = 60.0;
-  char prefix[512], mcf[520];
+  const int32_t row_offset1 = 10, row_offset2 = 20;
+  char prefix[512], mcf[520], table[520];
   snprintf(prefix, sizeof prefix, "%s/c", folder);
   snprintf(mcf, sizeof mcf, "%s.mcf", prefix);
   FILE* file = fopen(mcf, "wb");
@@ -173,7 +174,15 @@ static void check_run(const char* folder) {
     check(0, "the control file can be written");
     return;
   }
-  fputs("Slump Slope == 2\r\nSlump Bed Change Limit == 0.05", file);
+  fputs(
+      "Slump Slope == 2\r\nSlump Bed Change Limit == 0.05\r\n"
+      "Read MID Morphology D90 == c.csv",
+      file);
+  fclose(file);
+  snprintf(table, sizeof table, "%s.csv", prefix);
+  file = fopen(table, "wb");
+  if (file == NULL) return check(0, "the table can be written");
+  fputs("12,21,0.5\r\n14,21,9\r\n12,23,9\r\n", file);
   fclose(file);
 
   QVMOR_INITIALISE_S1("c", prefix, prefix, &no, ".tab", &no, prefix, " ", " ", &no, 1,
@@ -194,9 +203,14 @@ static void check_run(const char* folder) {
   }
   zc[2 * n + 3] = 3.0; /* cell (4, 3) */
 
-  QVMOR_RDINPF(mcf, &domain, &domain, &nn, &mm, &nn, &mm, &nn, &mm, &two, &two, &one, &one, &origin,
-               &origin, &origin, real_work, integer_work, NULL, NULL, NULL, length(mcf));
+  QVMOR_RDINPF(mcf, &domain, &domain, &nn, &mm, &last_i, &last_j, &nn, &mm, &row_offset1,
+               &row_offset2, &one, &one, &origin, &origin, &origin, real_work, integer_work, NULL,
+               NULL, NULL, length(mcf));
   check(real_work[cells - 1] == 0.00016 && integer_work[cells - 1] == 1, "defaults");
+  /* Row index 12 with offset 10 is element 4, 21 with 20 element 3; 6 and 5 pass the bounds. */
+  const double* d90 = real_work + cells;
+  check(d90[2 * n + 3] == 0.5 && d90[2 * n + 5] == 0.00016 && d90[4 * n + 3] == 0.00016,
+        "a cell table");
 
   QVMOR_INIT_2D_DOMAIN(&domain);
   QVMORPHOLOGY(&no, &no, &no, wet, wet, still, still, still, zpts, zc, z2, z1, &nn, &mm, &two, &two,
