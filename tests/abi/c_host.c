@@ -181,7 +181,10 @@ static void check_run(const char* folder) {
   fclose(file);
   snprintf(table, sizeof table, "%s.csv", prefix);
   file = fopen(table, "wb");
-  if (file == NULL) return check(0, "the table can be written");
+  if (file == NULL) {
+    check(0, "the table can be written");
+    return;
+  }
   fputs("12,21,0.5\r\n14,21,9\r\n12,23,9\r\n", file);
   fclose(file);
 
