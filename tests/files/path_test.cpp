@@ -133,6 +133,7 @@ TEST(Path, ChangesDriveOnlyWhereThereIsOne) {
       {"C:\\x", "E", "E:\\x"}, {"\\\\srv\\x", "E", "\\\\srv\\x"},
       {"x.mif", "E", "x.mif"}, {"C:\\x", " ", "C:\\x"},
       {"C", "E", "C"},         {"", "E", ""},
+      {"C:", "E", "E:"},
   };
   for (const auto& [given, drive, expected] : cases) {
     std::string path(given);
