@@ -18,8 +18,8 @@
  *               the bed elevation. The bed change that the module reports is positive upward.
  *   Units       SI: m, s, m/s, kg/m3. Bed transport is kg/(s m).
  *   Threads     All calls come from one thread. The module keeps one model per process.
- *   Errors      No routine returns an error code for bad input: a message goes to screen and log,
- *               files are closed, and the process ends (EXITS) with exit code 1.
+ *   Errors      No routine returns an error code for bad input: the reason is written, files are
+ *               closed, and the process ends (EXITS), after start-up with exit code 1.
  *
  * CALLING ORDER
  *   1. QVMOR_INITIALISE_S1                      once, before anything else
@@ -166,8 +166,8 @@ NIVARO_API void QVMOR_INIT_2D_DOMAIN(const int32_t* domain) NIVARO_NOEXCEPT;
  *   wet_flags, flow_flags, water_level, zc   centre of cell (i, j)
  *   v2, z2                                   side between (i, j) and (i, j + 1)
  *   v1, z1                                   side between (i, j) and (i + 1, j)
- *   zpts                                     corner of (i, j), (i + 1, j), (i, j + 1), (i + 1, j +
- * 1) Velocities are positive toward the increasing index. The area (first_i .. last_i by first_j ..
+ *   zpts                                     corner between (i, j) and (i + 1, j + 1)
+ * Velocities are positive toward the increasing index. The area (first_i .. last_i by first_j ..
  * last_j) leaves at least one cell of the grid free on each side. `slump_distance2` and
  * `slump_distance1` are the distances between cell centres along the second and the first index.
  * `time_step` is in seconds. With `raise_switch`, the depth at a side is at least `raise_factor`
@@ -185,8 +185,7 @@ NIVARO_API void QVMORPHOLOGY(
     double* real_work, int32_t* integer_work, const void* unused35, const void* unused36,
     const void* unused37, const int32_t* domain) NIVARO_NOEXCEPT;
 
-/* ---- Bed change dataset (SMS binary scalar) ---------------------------------------------------
- */
+/* ---- Bed change dataset (SMS binary scalar) -------------------------------------------------- */
 
 /* Header of the dataset, once. The name shown is "DELH " and the 35 characters of `name`; no hidden
  * length is read. */
@@ -220,8 +219,7 @@ NIVARO_API void QVMOR_WRSMSF_DAT_RESULTS(const int32_t* domain, const int32_t* l
 /* End card of the dataset. The file stays open until the process ends. */
 NIVARO_API void QVMOR_WRSMSF_CLOSE(void) NIVARO_NOEXCEPT;
 
-/* ---- Check layer (MapInfo MIF/MID) ------------------------------------------------------------
- */
+/* ---- Check layer (MapInfo MIF/MID) ----------------------------------------------------------- */
 
 /* The cells of one domain, each as a square with its indices, code, bed elevation and the six
  * parameters read for it, in `check_layer_prefix`_mor_check.mif and .mid. The call for domain 1
@@ -241,8 +239,7 @@ NIVARO_API void QVMOR_WRMIFF(const int32_t* domain, const int32_t* last_domain,
                              const double* step_a, const double* step_b, double* real_work,
                              int32_t* integer_work) NIVARO_NOEXCEPT;
 
-/* ---- Messages ---------------------------------------------------------------------------------
- */
+/* ---- Messages -------------------------------------------------------------------------------- */
 
 /* Write the message held in DMESSAGES, with a location or without one, and clear it. `blank_lines`
  * 0 or more: as many empty lines, then the message, on screen and log; -1: log only; less: neither;
@@ -255,8 +252,7 @@ NIVARO_API void DMESSAGERESETCOUNTERS(void) NIVARO_NOEXCEPT;
 /* An empty line and a rule of 80 underscores, on the screen and on a unit of 1 or more. */
 NIVARO_API void DLINE(const int32_t* unit) NIVARO_NOEXCEPT;
 
-/* ---- Control lines ----------------------------------------------------------------------------
- */
+/* ---- Control lines --------------------------------------------------------------------------- */
 
 /* Reads a line of a module unit, without tabs and comments, variables replaced. True when it holds
  * a command. End of file and read errors end the run. */
@@ -313,8 +309,7 @@ NIVARO_API void REMOVEQUOTES(char* result, nivaro_length result_length, const ch
 NIVARO_API void REMOVESPACES(char* result, nivaro_length result_length, const char* text,
                              nivaro_length text_length) NIVARO_NOEXCEPT;
 
-/* ---- Values from text -------------------------------------------------------------------------
- */
+/* ---- Values from text ------------------------------------------------------------------------ */
 
 /* Item `column` of the comma-separated list behind `key` and "=". `lowered_line` is the line in
  * lower case. A missing item gives the default (a blank text); one that does not
@@ -359,15 +354,13 @@ NIVARO_API nivaro_logical CHECKREAL(const char* text, double* value,
 NIVARO_API nivaro_logical CHECKINT4(const char* text, int32_t* value,
                                     nivaro_length text_length) NIVARO_NOEXCEPT;
 
-/* ---- Numbers to text: 20 characters, left-aligned ---------------------------------------------
- */
+/* ---- Numbers to text: 20 characters, left-aligned -------------------------------------------- */
 
 NIVARO_API void AINTEGER(char* result, nivaro_length result_length,
                          const int32_t* value) NIVARO_NOEXCEPT;
 NIVARO_API void AINTEGER8(char* result, nivaro_length result_length,
                           const int64_t* value) NIVARO_NOEXCEPT;
-/* PREC0: padded with zeros to `digits` digits (AREALDPREC0: `width` characters) when not negative.
- */
+/* PREC0: padded with zeros to `digits` digits (AREALDPREC0: `width` columns) when not negative. */
 NIVARO_API void AINTEGERPREC0(char* result, nivaro_length result_length, const int32_t* value,
                               const int32_t* digits) NIVARO_NOEXCEPT;
 NIVARO_API void AINTEGER8PREC0(char* result, nivaro_length result_length, const int64_t* value,
@@ -387,8 +380,7 @@ NIVARO_API void AREALD8(char* result, nivaro_length result_length, const double*
 NIVARO_API void AREALDPREC0(char* result, nivaro_length result_length, const double* value,
                             const int32_t* decimals, const int32_t* width) NIVARO_NOEXCEPT;
 
-/* ---- Text transformations ---------------------------------------------------------------------
- */
+/* ---- Text transformations -------------------------------------------------------------------- */
 
 NIVARO_API void TRIMF(char* result, nivaro_length result_length, const char* text,
                       nivaro_length text_length) NIVARO_NOEXCEPT;
@@ -536,8 +528,7 @@ NIVARO_API void SET_SUB_GRID_AREA(const double* x, const double* y, const int32_
                                   double* min_x, double* min_y, double* max_x,
                                   double* max_y) NIVARO_NOEXCEPT;
 
-/* ---- Paths: "\" or "/" separates, a drive is a letter and ":", "\\" begins a network path -------
- */
+/* ---- Paths: "\" or "/" separates, a drive is a letter and ":", "\\" begins a network path ---- */
 
 /* Extension with its dot; FILEEXT in lower case. */
 NIVARO_API void FILEEXT(char* result, nivaro_length result_length, const char* path,
@@ -582,8 +573,7 @@ NIVARO_API void ADDFOLDER(char* result, nivaro_length result_length, const char*
 NIVARO_API void CHANGEDRIVE(char* path, const char* drive, nivaro_length path_length,
                             nivaro_length drive_length) NIVARO_NOEXCEPT;
 
-/* ---- The end of a run ---------------------------------------------------------------------------
- */
+/* ---- The end of a run ------------------------------------------------------------------------ */
 
 /* Closes all files, waits for Enter (not before start-up), and ends the process: exit code 1, or 0
  * before start-up. Does not return. */

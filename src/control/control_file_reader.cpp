@@ -20,6 +20,14 @@ constexpr std::size_t kCommandWidth = 60;
 // The top-level file and nine nested ones.
 constexpr std::size_t kMaxOpenFiles = 10;
 
+// A file that is no text must not play tricks with the screen.
+std::string printable(std::string_view line) {
+  std::string shown(line);
+  for (char& c : shown)
+    if (c >= '\0' && c < ' ') c = '?';
+  return shown;
+}
+
 }  // namespace
 
 ControlFileReader::ControlFileReader(FileUnits& files, Diagnostics& diagnostics,
@@ -42,7 +50,8 @@ void ControlFileReader::read(const ControlFileRequest& request) {
 }
 
 void ControlFileReader::openNext(const std::string& name) {
-  stack_.push_back({files_.openFile(name, "I ", 1), name});
+  const std::int32_t unit = files_.openFile(name, "I ", 1);
+  stack_.push_back({unit, files_.nameOf(unit)});
 }
 
 // The next line that holds a command, of the innermost file that is not at its end; false at the
@@ -98,7 +107,7 @@ void ControlFileReader::process(const ControlFileRequest& request, std::string& 
   diagnostics_.console().line("");
   diagnostics_.console().line("...Unrecognisable command in .mcf file");
   diagnostics_.console().line("");
-  diagnostics_.fatalOnScreen(std::string(trimmed(line)) + "  [" + place() + "]");
+  diagnostics_.fatalOnScreen(printable(trimmed(line)) + "  [" + place() + "]");
 }
 
 void ControlFileReader::includeFile(std::string_view name) {

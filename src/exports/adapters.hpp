@@ -25,6 +25,13 @@ inline std::string_view text(const char* buffer, Length length) {
   return {buffer, size(length)};
 }
 
+// A name or path argument. A C host may hand over its end mark with the text; what stands from a
+// code of 0 on is not part of the name.
+inline std::string_view name(const char* buffer, Length length) {
+  const std::string_view whole = text(buffer, length);
+  return whole.substr(0, whole.find('\0'));
+}
+
 // The buffer of a text result: what is assigned is cut to its length or padded with blanks. The
 // result may lie in the argument's own buffer.
 class TextOut {

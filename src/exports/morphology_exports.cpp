@@ -32,12 +32,12 @@ void QVMOR_INITIALISE_S1(const char* simulationName, const char* outputPrefix,
   constexpr std::size_t kKept = 1000;
   constexpr std::size_t kExtension = 4;
   const auto kept = [](const char* buffer, Length length, std::size_t most) {
-    return std::string(text(buffer, length).substr(0, most));
+    return std::string(name(buffer, length).substr(0, most));
   };
   startUp(theModule(),
-          {.simulationName = text(simulationName, simulationNameLength),
-           .outputPrefix = text(outputPrefix, outputPrefixLength),
-           .logPrefix = text(logPrefix, logPrefixLength),
+          {.simulationName = name(simulationName, simulationNameLength),
+           .outputPrefix = name(outputPrefix, outputPrefixLength),
+           .logPrefix = name(logPrefix, logPrefixLength),
            .gis = {.checkSaveDate = isTrue(*saveDateCheck),
                    .tableExtension = kept(tableExtension, tableExtensionLength, kExtension),
                    .saveDateIsError = isTrue(*saveDateError),
@@ -73,7 +73,7 @@ void QVMOR_RDINPF(const char* controlFile, const std::int32_t* domain,
                   const double* dx, const double* dy, const double* angle, const double* x0,
                   const double* y0, double* realWork, std::int32_t* integerWork, const void*,
                   const void*, const void*, Length controlFileLength) noexcept {
-  readControlFile(theModule(), {.controlFile = text(controlFile, controlFileLength),
+  readControlFile(theModule(), {.controlFile = name(controlFile, controlFileLength),
                                 .domain = *domain,
                                 .lastDomain = *lastDomain,
                                 .n = *n,

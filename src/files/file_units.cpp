@@ -41,9 +41,10 @@ std::int32_t FileUnits::openFile(std::string_view name, std::string_view mode,
   }
   const auto slot = static_cast<std::size_t>(free - inUse_.begin());
   OpenDialogue dialogue(console_, process_, units_, termination_);
-  const std::int32_t unit = dialogue.openUnit(
-      {numberOf(slot), std::string(wanted), padTo(mode, kModeLength), recordLength_});
+  OpenRequest request{numberOf(slot), std::string(wanted), padTo(mode, kModeLength), recordLength_};
+  const std::int32_t unit = dialogue.openUnit(request);
   inUse_[slot] = unit != 0;
+  names_[slot] = request.name;
   return unit;
 }
 
@@ -57,8 +58,20 @@ void FileUnits::closeFile(std::int32_t& unit) {
 }
 
 void FileUnits::closeAllAtExit() {
-  for (std::size_t slot = 0; slot < inUse_.size(); ++slot)
-    if (inUse_[slot] && !closeReporting(numberOf(slot))) endProcess(process_, 1);
+  for (std::size_t slot = 0; slot < inUse_.size(); ++slot) {
+    if (!inUse_[slot]) continue;
+    const Unit* file = units_.find(numberOf(slot));
+    const bool alreadyFailed = file != nullptr && !file->failure().empty();
+    if (alreadyFailed)
+      units_.close(numberOf(slot));  // known, and dealt with, since it happened
+    else if (!closeReporting(numberOf(slot)))
+      endProcess(process_, 1);
+  }
+}
+
+std::string FileUnits::nameOf(std::int32_t unit) const {
+  const std::optional<std::size_t> slot = slotInUse(unit);
+  return slot ? names_[*slot] : std::string();
 }
 
 std::int32_t FileUnits::numberOf(std::size_t slot) const {

@@ -37,6 +37,10 @@ class FileUnits {
   // the run. A file that cannot be closed is reported and ends the process there.
   void closeAllAtExit();
 
+  // The name under which a unit was opened: as it was asked for, or as the person at the console
+  // answered instead.
+  std::string nameOf(std::int32_t unit) const;
+
   // The open file of a unit; null for a number that names none.
   Unit* find(std::int32_t unit) { return units_.find(unit); }
 
@@ -53,6 +57,7 @@ class FileUnits {
   std::int32_t base_ = 0;
   std::int32_t recordLength_ = 4;
   std::array<bool, kSlots> inUse_{};
+  std::array<std::string, kSlots> names_;
 };
 
 }  // namespace nivaro

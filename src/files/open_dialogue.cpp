@@ -28,7 +28,7 @@ OpenDialogue::OpenDialogue(Console& console, Process& process, UnitTable& units,
                            Termination& termination)
     : console_(console), process_(process), units_(units), termination_(termination) {}
 
-std::int32_t OpenDialogue::openUnit(OpenRequest request) {
+std::int32_t OpenDialogue::openUnit(OpenRequest& request) {
   for (;;) {
     request.name = cleanPath(request.name);
     const Outcome outcome = tryToOpen(request);

@@ -27,8 +27,8 @@ class OpenDialogue {
   OpenDialogue(Console& console, Process& process, UnitTable& units, Termination& termination);
 
   // Returns the unit: 0 after a failed open in mode "A ", the request's number, but without a file,
-  // after an unknown mode.
-  std::int32_t openUnit(OpenRequest request);
+  // after an unknown mode. The request holds the name that was asked for last.
+  std::int32_t openUnit(OpenRequest& request);
 
  private:
   enum class Outcome { Opened, NoUnit, NothingOpened, AskForName };

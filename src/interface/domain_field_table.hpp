@@ -34,6 +34,7 @@ class DomainFieldTable {
                std::int32_t& nextReal, std::int32_t& nextInteger);
 
   const Row& row(std::int32_t domain) const { return rows_[index(domain)]; }
+  bool isReserved(std::int32_t domain) const { return row(domain).bedCode >= 1; }
 
   // The domain's fields; 1 x 1 for a domain without morphology.
   SedimentFields fields(std::int32_t domain, const WorkArrays& work, std::int32_t n,

@@ -1,22 +1,40 @@
 #include "interface/entry_points.hpp"
 
+#include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "morphology/morphology_step.hpp"
 #include "platform/support.hpp"
 
 namespace nivaro {
 
+namespace {
+
+// The host does not pass the second dimension of what the dataset is written from.
+constexpr std::int32_t kAnyDimension = std::numeric_limits<std::int32_t>::max();
+
+[[noreturn]] void stopForDomain(Module& module, std::int32_t domain, std::string_view what) {
+  module.diagnostics.fatalOnScreen("Should not be here - domain " + std::to_string(domain) +
+                                   std::string(what) + " - contact " +
+                                   std::string(kSupportAddress));
+}
+
+}  // namespace
+
 void requireDomain(Module& module, std::int32_t domain) {
-  if (DomainFieldTable::isDomain(domain)) return;
-  module.diagnostics.fatalOnScreen("Should not be here - domain number " + std::to_string(domain) +
-                                   " is not in 1 to " + std::to_string(DomainFieldTable::kDomains) +
-                                   " - contact " + std::string(kSupportAddress));
+  if (!DomainFieldTable::isDomain(domain)) stopForDomain(module, domain, " is not in 1 to 100");
+}
+
+void requireFields(Module& module, std::int32_t domain) {
+  requireDomain(module, domain);
+  if (!module.fields.isReserved(domain))
+    stopForDomain(module, domain, " has no fields: QVMOR_SETUP_S2 comes first");
 }
 
 void readControlFile(Module& module, const ControlFileCall& call) {
-  requireDomain(module, call.domain);
+  requireFields(module, call.domain);
   // A domain without morphology has one dummy cell for each field: no layer reaches it.
   GridDescription grid = call.grid;
   if (!module.fields.row(call.domain).active)
@@ -31,7 +49,7 @@ void readControlFile(Module& module, const ControlFileCall& call) {
 }
 
 void runMorphology(Module& module, const MorphologyCall& call) {
-  requireDomain(module, call.domain);
+  requireFields(module, call.domain);
   const StepInput input = {
       .flow = call.flow,
       .bed = call.bed,
@@ -59,14 +77,12 @@ void writeDatasetValues(Module& module, const DatasetValuesCall& call) {
   requireDomain(module, call.turn.domain);
   std::optional<CornerValues> values;
   if (call.writeValues && module.fields.row(call.turn.domain).active) {
-    // The host does not pass the second dimension; rows up to the one behind the range exist.
-    const std::int32_t ny = call.range.lastJ + 1;
-    values = CornerValues{
-        .cellBedChange = module.fields.cellBedChange(call.turn.domain, call.realWork, call.nx, ny),
-        .cornerBedChange =
-            module.fields.cornerBedChange(call.turn.domain, call.realWork, call.nx, ny),
-        .pointI = call.pointI,
-        .pointJ = call.pointJ};
+    values = CornerValues{.cellBedChange = module.fields.cellBedChange(
+                              call.turn.domain, call.realWork, call.nx, kAnyDimension),
+                          .cornerBedChange = module.fields.cornerBedChange(
+                              call.turn.domain, call.realWork, call.nx, kAnyDimension),
+                          .pointI = call.pointI,
+                          .pointJ = call.pointJ};
   }
   module.dataset.writeValues(call.turn, static_cast<std::int32_t>(call.pointI.size()), values,
                              call.range);

@@ -59,7 +59,9 @@ struct CheckLayerCall {
 };
 void writeCheckLayer(Module& module, CheckLayerCall call);
 
-// Ends the run for a domain number that no domain can have.
+// Ends the run for a domain number that no domain can have; or also for a domain without reserved
+// fields, whose positions would lie in front of the host's work arrays.
 void requireDomain(Module& module, std::int32_t domain);
+void requireFields(Module& module, std::int32_t domain);
 
 }  // namespace nivaro

@@ -106,7 +106,7 @@ ReadStatus Unit::readBytes(std::span<std::byte> bytes) {
 }
 
 bool Unit::atEnd() {
-  return !prepareToRead() || endMet_ || readAtLeast(1) != ReadStatus::Ok;
+  return !prepareToRead() || endMet_ || readAtLeast(1) == ReadStatus::End;
 }
 
 void Unit::backspace() {

@@ -43,7 +43,8 @@ class Unit {
   // Fills `bytes` from a binary file; End when fewer are left, which are then not consumed.
   ReadStatus readBytes(std::span<std::byte> bytes);
 
-  // No further record can be read (also on a unit that is not open for reading).
+  // No further record is there (also on a unit that is not open for reading). A file that cannot be
+  // read is not at its end: the next read tells.
   bool atEnd();
 
   // Back to the start of the record last read, or of the file. After a read that met the end it

@@ -189,7 +189,13 @@ static void check_run(const char* folder) {
   fclose(file);
 
   QVMOR_INITIALISE_S1("c", prefix, prefix, &no, ".tab", &no, prefix, " ", " ", &no, 1,
-                      length(prefix), length(prefix), 4, length(prefix), 1, 1);
+                      length(prefix), length(prefix) + 1 /* with its end mark */, 4, length(prefix),
+                      1, 1);
+  char log_file[520];
+  snprintf(log_file, sizeof log_file, "%s.mlf", prefix);
+  FILE* log = fopen(log_file, "rb");
+  check(log != NULL, "an end mark is no part of a prefix");
+  if (log != NULL) fclose(log);
   check(DMESSAGES.log_unit == 2001, "log unit in the shared record");
 
   int32_t next_real = 1, next_integer = 1;

@@ -154,6 +154,13 @@ TEST_F(ControlFile, BadValuesEndTheRunAndNameLineAndFile) {
   }
 }
 
+TEST_F(ControlFile, PlaceNamesTheFileThatWasAnsweredForAMissingOne) {
+  folder.write("other.mcf", "Slump Slope == steep\n");
+  t.console.answers = {folder.path("other.mcf")};
+  EXPECT_THROW(read("missing.mcf"), test::ProcessEnded);
+  EXPECT_TRUE(shown("Line 1 of file " + folder.path("other.mcf"))) << t.console.output;
+}
+
 TEST_F(ControlFile, UnknownCommandsEndTheRunOnTheScreenOnly) {
   EXPECT_THROW(readText("Fal Velocity == 0.02\n"), test::ProcessEnded);
 

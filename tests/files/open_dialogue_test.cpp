@@ -26,7 +26,8 @@ constexpr const char* kNameQuestion =
 class OpenDialogueTest : public testing::Test {
  protected:
   std::int32_t open(const std::string& path, const std::string& mode, std::int32_t unit = 2001) {
-    return dialogue.openUnit({unit, path, mode, 12});
+    OpenRequest request{unit, path, mode, 12};
+    return dialogue.openUnit(request);
   }
 
   // The exit code of an opening that ends the run; -1 when it does not.

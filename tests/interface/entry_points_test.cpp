@@ -97,13 +97,30 @@ TEST_F(EntryPoints, DomainWithoutMorphologyIsLeftAlone) {
   EXPECT_EQ(zc[12], 3.0);
 }
 
-TEST_F(EntryPoints, DomainNumberOutsideTheTableEndsTheRun) {
-  for (const std::int32_t domain : {0, 101}) {
+TEST_F(EntryPoints, DomainWithoutAPlaceInTheWorkArraysEndsTheRun) {
+  for (const std::int32_t domain : {0, 101, 2}) {
     MorphologyCall c = call();
     c.domain = domain;
     EXPECT_THROW(runMorphology(t.module, c), test::ProcessEnded);
   }
-  EXPECT_NE(t.console.output.find("Should not be here - domain number 101"), std::string::npos);
+  EXPECT_NE(t.console.output.find("Should not be here - domain 101 is not in 1 to 100"),
+            std::string::npos);
+  EXPECT_NE(t.console.output.find("domain 2 has no fields: QVMOR_SETUP_S2 comes first"),
+            std::string::npos);
+}
+
+TEST_F(EntryPoints, DatasetPointsMayLieAnywhereInTheField) {
+  t.module.files.initFileUnits(2000);
+  const std::int32_t pointI[] = {5};
+  const std::int32_t pointJ[] = {5};  // two rows behind the range
+  writeDatasetValues(t.module, {.turn = {},
+                                .writeValues = true,
+                                .nx = kN,
+                                .range = {2, 2, 3, 3},
+                                .pointI = pointI,
+                                .pointJ = pointJ,
+                                .realWork = real.data()});
+  EXPECT_EQ(t.console.output, "");  // no dataset is open: nothing is written, nothing fails
 }
 
 }  // namespace

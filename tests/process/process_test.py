@@ -121,6 +121,13 @@ class ProcessTest(unittest.TestCase):
         os.symlink("/dev/full", self.prefix + ".mlf")
         self.assertEqual(self.run_host("run", self.write("run.mcf", "")).returncode, 7)
 
+    def test_file_that_failed_before_does_not_cut_the_end_of_the_run_short(self):
+        os.symlink("/dev/full", self.prefix + ".mlf")
+        run = self.run_host("control_file", self.write("bad.mcf", "Slump Slope == steep\n"),
+                            answers="\n")
+        self.assertEqual(run.returncode, 1)
+        self.assertTrue(run.stdout.endswith("\nPress Enter to Close\n"), run.stdout)
+
     def test_closed_standard_output_is_no_reason_to_stop(self):
         control = self.write("run.mcf", "")
         closed = subprocess.run([HOST, "run", self.prefix, control], stdin=subprocess.DEVNULL,
