@@ -59,6 +59,14 @@ TEST_F(LayerMessagesTest, LabelStyleAndAttributesOfALocatedMessage) {
                                                  "NIVARO_Message_0305\"\n");
 }
 
+TEST_F(LayerMessagesTest, LineBreaksOfTheHostDoNotBreakTheLayer) {
+  message("ERROR - a\n", "b\r\nc", "D:\\new\\");
+
+  EXPECT_EQ(folder.read("run_messages.mid"), "\"ERROR - a   b  c  D:\\new\\\",\"\"\n");
+  EXPECT_NE(folder.read("run_messages.mif").find("Text\n\"ERROR - a \\nb  c\\nD:\\new\\\"\n"),
+            std::string::npos);
+}
+
 TEST_F(LayerMessagesTest, LongTextsKeepTheirQuotesAndTheirLink) {
   message("ERROR 0305 - " + std::string(3000, 'x'), "", "");
 

@@ -44,7 +44,7 @@ class LayerTable {
   void setStyle(std::int32_t layer, std::string_view line1, std::string_view line2);
 
   // The object, and then its attributes: comma-separated values, texts between double quotes. The
-  // files of the layer are whole on the disk once the record is written.
+  // files of the layer hold both on the disk once the record is written, and are sound before.
   void gisWriteObject(std::int32_t layer, const Object& object);
   void gisWriteRecord(std::int32_t layer, const Object& object, std::string_view attributes);
 

@@ -1,7 +1,11 @@
 #include "messages/gis/mif_layer.hpp"
 
+#include <algorithm>
+#include <span>
+
 #include "messages/gis/layer_files.hpp"
 #include "messages/gis/mif_text.hpp"
+#include "platform/native_file.hpp"
 #include "text/blank_padded.hpp"
 
 namespace nivaro::gis {
@@ -10,6 +14,10 @@ namespace {
 
 constexpr std::size_t kStyleLength = 256;
 constexpr std::string_view kMifFailure = "ERROR 0439 - Writing .mif file object coordinates.";
+
+Failure recordFailure(const Object& object) {
+  return {"ERROR 0254 - Failed to write attribute data record for a " + object.name};
+}
 
 }  // namespace
 
@@ -31,37 +39,50 @@ void MifLayer::setStyle(std::string_view line1, std::string_view line2) {
 }
 
 MaybeFailure MifLayer::writeObject(const Object& object) {
+  // The object's blank record first: readers pass over a record too many, but not over an object
+  // that has none.
+  ++recordsDue_;
+  if (!putRecords("")) return recordFailure(object);
+
   Unit* mif = files_.find(mifUnit_);
   if (mif == nullptr || !writeMifObject(*mif, object)) return Failure{std::string(kMifFailure)};
-  ++recordsDue_;
-  if (!isDrawable(object)) return {};
-
   for (const std::string& style : {style1_, style2_})
-    if (!style.empty() && !mif->writeRecord(style)) return Failure{std::string(kMifFailure)};
+    if (isDrawable(object) && !style.empty()) mif->writeRecord(style);
+  if (!mif->flush()) return Failure{std::string(kMifFailure)};
   return {};
 }
 
 MaybeFailure MifLayer::writeRecord(const Object& object, std::string_view attributes) {
-  // Attributes first: a line too many is passed over by readers, a line too few is not.
-  Unit* mid = files_.find(midUnit_);
-  if (mid == nullptr || !mid->writeRecord(trimmed(attributes)) || !mid->flush())
-    return Failure{"ERROR 0254 - Failed to write attribute data record for a " + object.name};
-  if (recordsDue_ > 0) --recordsDue_;
-  Unit* mif = files_.find(mifUnit_);
-  if (mif == nullptr || !mif->flush()) return Failure{std::string(kMifFailure)};
+  std::string record(trimmed(attributes));
+  if (recordsDue_ > 0) {
+    --recordsDue_;
+    // One with fewer values than there are columns still covers the whole of the blank one.
+    record.resize(std::max(record.size(), noAttributes_.size()), ' ');
+  }
+  record += lineEnd();
+  if (!putRecords(record)) return recordFailure(object);
   return {};
 }
 
 MaybeFailure MifLayer::close() {
-  // A run that ended between an object and its record leaves a blank one.
-  MaybeFailure failure;
-  while (recordsDue_ > 0 && !failure) failure = writeRecord({}, noAttributes_);
-  Unit* mif = files_.find(mifUnit_);
-  const bool written = mif != nullptr && mif->flush();
+  // All has been written, unless the file was taken away.
+  const Unit* mif = files_.find(mifUnit_);
+  const bool written = mif != nullptr && mif->failure().empty();
   files_.closeFile(mifUnit_);
   files_.closeFile(midUnit_);
-  if (!written && !failure) failure = Failure{std::string(kMifFailure)};
-  return failure;
+  if (!written) return Failure{std::string(kMifFailure)};
+  return {};
+}
+
+// The records given, and behind them a blank one for each object that still waits for its own.
+bool MifLayer::putRecords(std::string_view given) {
+  std::string text(given);
+  for (int i = 0; i < recordsDue_; ++i) text.append(noAttributes_).append(lineEnd());
+  Unit* mid = files_.find(midUnit_);
+  if (mid == nullptr || !mid->overwriteBytes(recordsEnd_, std::as_bytes(std::span(text))))
+    return false;
+  recordsEnd_ += given.size();
+  return true;
 }
 
 }  // namespace nivaro::gis

@@ -28,6 +28,10 @@ std::vector<std::int32_t> raisedParts(const Object& object) {
   return first;
 }
 
+bool isControl(char c) {
+  return static_cast<unsigned char>(c) < 0x20 && c != '\t';
+}
+
 }  // namespace
 
 bool hasParts(ObjectKind kind) {
@@ -65,8 +69,12 @@ bool isDrawable(const Object& object) {
 }
 
 std::string quotedText(std::string_view text, std::size_t limit) {
+  // A line break of the host's would end the record within the quotes.
+  std::string oneLine(text);
+  std::replace_if(oneLine.begin(), oneLine.end(), isControl, ' ');
+
   std::string quoted = "\"";
-  for (const char c : trimmed(text)) {
+  for (const char c : trimmed(oneLine)) {
     const std::size_t needed = c == '"' ? 2 : 1;
     if (quoted.size() + needed + 1 > limit) break;
     quoted.append(needed, c);

@@ -64,7 +64,8 @@ std::vector<Part> partsOf(const Object& object);
 // object is written as a null object.
 bool isDrawable(const Object& object);
 
-// The text between double quotes, those inside doubled, in at most `limit` characters.
+// The text between double quotes, those inside doubled, in at most `limit` characters. Line breaks
+// and other control characters but the tab are blanks in it.
 std::string quotedText(std::string_view text, std::size_t limit = kAttributeLength);
 
 }  // namespace nivaro::gis

@@ -74,16 +74,26 @@ TEST_F(Mif, StyleLinesFollowObjectsButNotNullObjects) {
       "Point         1.000000        2.000000\n    Symbol (35,0,12)\nnone\n"));
 }
 
-TEST_F(Mif, PairIsWholeAfterEachRecord) {
+TEST_F(Mif, PairIsWholeAfterEachObjectAndEachRecord) {
   const std::int32_t layer = openMif();
-  write(layer, pointAt(1, 2), "\"ERROR 0001 - a \"\"b\"\"\",\"https://x\"   ");
+  const Object point = pointAt(1, 2);
 
-  EXPECT_EQ(folder.read("a.mid"), "\"ERROR 0001 - a \"\"b\"\"\",\"https://x\"\n");
-  EXPECT_THAT(folder.read("a.mif"), HasSubstr("Point "));
+  // A host killed before the record leaves the object with a blank one.
+  layers.gisWriteObject(layer, point);
+  EXPECT_TRUE(folder.read("a.mif").ends_with("Data\nPoint         1.000000        2.000000\n"));
+  EXPECT_EQ(folder.read("a.mid"), ",\n");
 
-  // An object is not on the disk before its record: a host killed in between leaves a sound pair.
-  layers.gisWriteObject(layer, objectOf(ObjectKind::Line, {{0, 0}, {1, 1}}));
-  EXPECT_THAT(folder.read("a.mif"), testing::Not(HasSubstr("Line")));
+  const std::string first = "\"ERROR 0001 - a \"\"b\"\"\",\"https://x\"";
+  layers.gisWriteRecord(layer, point, first + "   ");
+  EXPECT_EQ(folder.read("a.mid"), first + "\n");
+
+  // Records come in the order of their objects, also when these come first.
+  layers.gisWriteObject(layer, point);
+  layers.gisWriteObject(layer, point);
+  layers.gisWriteRecord(layer, point, "\"second\",\"\"");
+  EXPECT_EQ(folder.read("a.mid"), first + "\n\"second\",\"\"\n,\n");
+  layers.gisWriteRecord(layer, point, "");  // no values at all: still one line
+  EXPECT_EQ(folder.read("a.mid"), first + "\n\"second\",\"\"\n \n");
 }
 
 TEST_F(Mif, ColumnsHaveTheirTypeAndWidth) {
@@ -104,6 +114,10 @@ TEST(QuotedText, KeepsItsClosingQuoteWithinTheLimit) {
   EXPECT_EQ(quotedText("a \"b\" c  "), "\"a \"\"b\"\" c\"");
   EXPECT_EQ(quotedText("abcdef", 5), "\"abc\"");
   EXPECT_EQ(quotedText("ab\"cd", 5), "\"ab\"");  // half a doubled quote would end the text
+}
+
+TEST(QuotedText, StaysOnOneLine) {
+  EXPECT_EQ(quotedText("a\r\nb\tc\x1A\n"), "\"a  b\tc\"");
 }
 
 }  // namespace
