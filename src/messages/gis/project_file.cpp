@@ -121,19 +121,33 @@ std::string legendGroup(std::string_view name, std::string_view checked,
   return group + "        </legendgroup>\n";
 }
 
+// How the UTF-8 characters that XML allows begin: not those written longer than need be, nor halves
+// of pairs, nor the last block of the first plane, which ends in codes that are no characters.
+struct Utf8Row {
+  unsigned firstLow, firstHigh;    // the first byte
+  unsigned secondLow, secondHigh;  // the second; those behind it are 80 to BF
+  std::size_t length;
+};
+constexpr Utf8Row kUtf8[] = {
+    {0xC2, 0xDF, 0x80, 0xBF, 2}, {0xE0, 0xE0, 0xA0, 0xBF, 3}, {0xE1, 0xEC, 0x80, 0xBF, 3},
+    {0xED, 0xED, 0x80, 0x9F, 3}, {0xEE, 0xEE, 0x80, 0xBF, 3}, {0xEF, 0xEF, 0x80, 0xBE, 3},
+    {0xF0, 0xF0, 0x90, 0xBF, 4}, {0xF1, 0xF3, 0x80, 0xBF, 4}, {0xF4, 0xF4, 0x80, 0x8F, 4}};
+
 // The length of the UTF-8 character that the text begins with; 0 when it begins with none.
 std::size_t utf8Length(std::string_view text) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned first = byte(0);
-  const std::size_t length = first < 0x80                    ? 1
-                             : first >= 0xC2 && first < 0xE0 ? 2
-                             : first >= 0xE0 && first < 0xF0 ? 3
-                             : first >= 0xF0 && first < 0xF5 ? 4
-                                                             : 0;
-  if (length == 0 || length > text.size()) return 0;
-  for (std::size_t i = 1; i < length; ++i)
-    if ((byte(i) & 0xC0U) != 0x80U) return 0;
-  return length;
+  const auto isWithin = [&](std::size_t i, unsigned low, unsigned high) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    return low <= byte && byte <= high;
+  };
+  if (isWithin(0, 0x00, 0x7F)) return 1;
+  for (const Utf8Row& row : kUtf8) {
+    if (!isWithin(0, row.firstLow, row.firstHigh)) continue;
+    if (row.length > text.size() || !isWithin(1, row.secondLow, row.secondHigh)) return 0;
+    for (std::size_t i = 2; i < row.length; ++i)
+      if (!isWithin(i, 0x80, 0xBF)) return 0;
+    return row.length;
+  }
+  return 0;
 }
 
 std::string xmlCharacter(char c) {
@@ -206,9 +220,11 @@ MaybeFailure ProjectFile::close() {
 MaybeFailure ProjectFile::writeFromTail(std::string_view more) {
   const std::string text = std::string(more) + tail();
   Unit* file = files_.find(unit_);
-  if (file == nullptr || !file->overwriteBytes(tailOffset_, std::as_bytes(std::span(text))))
+  if (file == nullptr || !file->overwriteBytes(tailOffset_, std::as_bytes(std::span(text)))) {
+    unit_ = 0;  // so that the end of the run does not fail for it once more; the pool closes it
     return Failure{"ERROR 0437 - Could not write QGIS project file \"" + correctSlash(path_) +
                    "\"."};
+  }
   tailOffset_ += more.size();
   return {};
 }

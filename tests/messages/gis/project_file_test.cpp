@@ -77,16 +77,22 @@ TEST_F(Project, LegendStandsAsItIsPublished) {
 
 TEST_F(Project, OneThatCannotBeWrittenStopsTheRun) {
   makeFull("run.qgs");
-  EXPECT_THAT(shownWhenStopping([&] { layers.openProject(folder.path("run.qgs")); }),
-              HasSubstr("ERROR 0437 - Could not write QGIS project file \"" +
-                        folder.path("run.qgs") + "\".\n"));
+  const std::string shown = shownWhenStopping([&] { layers.openProject(folder.path("run.qgs")); });
+  const std::string error =
+      "ERROR 0437 - Could not write QGIS project file \"" + folder.path("run.qgs") + "\".\n";
+  EXPECT_THAT(shown, HasSubstr(error));
+  EXPECT_EQ(shown.rfind(error), shown.find(error)) << shown;  // the end of the run adds no second
 }
 
 TEST(XmlText, HoldsNamesOfAnyBytes) {
   EXPECT_EQ(xmlText("a<b>&\"c'"), "a&lt;b&gt;&amp;&quot;c&apos;");
-  EXPECT_EQ(xmlText("Fl\xC3\xBCsse"), "Fl\xC3\xBCsse");  // UTF-8 stays
-  EXPECT_EQ(xmlText("Fl\xFCsse\x01"), "Fl&#252;sse ");   // Latin 1
-  EXPECT_EQ(xmlText("\xC3"), "&#195;");                  // a character cut short
+  EXPECT_EQ(xmlText("Fl\xC3\xBCsse"), "Fl\xC3\xBCsse");      // UTF-8 stays
+  EXPECT_EQ(xmlText("Fl\xFCsse\x01"), "Fl&#252;sse ");       // Latin 1
+  EXPECT_EQ(xmlText("\xC3"), "&#195;");                      // a character cut short
+  EXPECT_EQ(xmlText("\xC0\xAF"), "&#192;&#175;");            // longer than need be
+  EXPECT_EQ(xmlText("\xED\xA0\x80"), "&#237;&#160;&#128;");  // half of a pair
+  EXPECT_EQ(xmlText("\xEF\xBF\xBE"), "&#239;&#191;&#190;");  // no character
+  EXPECT_EQ(xmlText("\xF0\x9F\x8C\x8A"), "\xF0\x9F\x8C\x8A");
 }
 
 }  // namespace
