@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <numbers>
 #include <tuple>
 
 #include "toml_table.hpp"
@@ -32,6 +33,27 @@ GridFrame readGrid(TomlTable table) {
         table.pair("origin", "x and y of the lower left corner, m");
   table.finish();
   return grid;
+}
+
+void readMap(TomlTable table, Case& result) {
+  MapPlace place;
+  std::tie(place.x, place.y) = table.pair("origin", "map coordinates of the grid's corner");
+  place.angle =
+      table.number("angle", Range::Any, "degrees anticlockwise", 0) * std::numbers::pi / 180;
+  result.grid.map = place;
+  result.coordSys = table.text("coord_sys", "a CoordSys line as layers have it");
+  if (!result.coordSys.starts_with("CoordSys "))
+    table.fail("coord_sys", "expected a line that begins with CoordSys, as layers have it.");
+  table.finish();
+}
+
+MessageLabels readLabels(TomlTable table) {
+  MessageLabels labels;
+  labels.height = table.number("label_height", Range::Positive, "m");
+  labels.width = table.number("label_width", Range::Positive, "m");
+  labels.spacing = table.number("spacing", Range::Positive, "m");
+  table.finish();
+  return labels;
 }
 
 Axis readAxis(TomlTable& table, std::string_view key) {
@@ -210,6 +232,8 @@ Case readCase(const fs::path& folder) {
   result.folder = folder;
   result.name = readName(root);
   result.grid = readGrid(root.table("grid"));
+  if (root.has("map")) readMap(root.table("map"), result);
+  if (root.has("messages")) result.labels = readLabels(root.table("messages"));
   result.bed = readBed(root.table("bed"), folder);
   result.flow.roughness = readRoughness(root.table("roughness"));
   result.flow.edges = readBoundaries(root.table("boundary"));

@@ -46,6 +46,13 @@ struct ProfileLine {
   std::optional<double> at;  // place on the other axis; the middle by default
 };
 
+// How messages look that are placed on the map; lengths are those of the map.
+struct MessageLabels {
+  double height = 0;   // of a line of text
+  double width = 0;    // of the box, beyond the text's height
+  double spacing = 0;  // between messages without a place, which stand below one another
+};
+
 struct MeasuredBed {
   std::filesystem::path file;
   double hours = 0;
@@ -55,6 +62,8 @@ struct Case {
   std::filesystem::path folder;
   std::string name;
   GridFrame grid;
+  std::string coordSys;  // of the map, a MapInfo CoordSys line; blank when the case has no map
+  std::optional<MessageLabels> labels;  // none: no messages layer
   BedShape bed;
   FlowSettings flow;
   InitialWater water;

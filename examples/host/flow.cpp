@@ -138,13 +138,17 @@ double Flow::nextDischarge(int i, int j, double seconds) const {
                                     across(i + di - dj, j + dj - di));
   const double speed = std::sqrt(q(i, j) * q(i, j) + transverse * transverse);
   // Friction is g h times its slope; of q |q| one factor is taken at the end of the step.
-  double result = pushed / (1 + seconds * kGravity * h * settings_.roughness.resistance(h) * speed);
+  const double result =
+      pushed / (1 + seconds * kGravity * h * settings_.roughness.resistance(h) * speed);
 
-  // The scheme knows no supercritical flow; faster water would only be an instability growing.
-  if (result * result > kGravity * h * h * h)
-    result = std::copysign(h * std::sqrt(kGravity * h), result);
+  // Water comes from a wet cell and passes the higher of the two beds, critical at most: the scheme
+  // knows no supercritical flow, and on a steep bank more would be an instability growing.
   const bool upward = result > 0;
-  return isWet(upward ? i : i + di, upward ? j : j + dj) ? result : 0;
+  if (!isWet(upward ? i : i + di, upward ? j : j + dj)) return 0;
+  const double crest = (upward ? low : high) + std::min(bed_.zc(i, j), bed_.zc(i + di, j + dj));
+  if (crest <= 0) return 0;
+  const double critical = crest * std::sqrt(kGravity * crest);
+  return std::clamp(result, -critical, critical);
 }
 
 void Flow::step(double seconds) {
@@ -163,21 +167,29 @@ void Flow::step(double seconds) {
 }
 
 // The discharge of an edge spreads over its wet cells by conveyance, depth to the power 5/3; over
-// all of them while the edge is dry.
+// all of them while the edge is dry. The depth is that below the mean level of the edge: below each
+// cell's own level, a higher one would get more water, and the water would slosh from bank to bank.
 void Flow::setEdgeDischarges() {
   for (std::size_t e = 0; e < kEdges; ++e) {
     const EdgeCondition& condition = settings_.edges[e];
     if (condition.kind != EdgeCondition::Kind::Discharge) continue;
     const auto edge = static_cast<Edge>(e);
-    const auto conveyance = [&](const EdgeCell& c) {
-      return isWet(c.i, c.j) ? std::pow(depth(c.i, c.j), 5.0 / 3.0) : 0.0;
-    };
-    double total = 0;
+    double levels = 0;
+    int wetCells = 0;
     int cells = 0;
     forEachEdgeCell(edge, [&](const EdgeCell& c) {
-      total += conveyance(c);
       ++cells;
+      if (!isWet(c.i, c.j)) return;
+      levels += level_(c.i, c.j);
+      ++wetCells;
     });
+    const double level = wetCells > 0 ? levels / wetCells : 0;
+    const auto conveyance = [&](const EdgeCell& c) {
+      const double below = level + bed_.zc(c.i, c.j);
+      return isWet(c.i, c.j) && below > 0 ? std::pow(below, 5.0 / 3.0) : 0.0;
+    };
+    double total = 0;
+    forEachEdgeCell(edge, [&](const EdgeCell& c) { total += conveyance(c); });
     forEachEdgeCell(edge, [&](const EdgeCell& c) {
       const double share = total > 0 ? conveyance(c) / total : 1.0 / cells;
       (c.axis == Axis::X ? q2_ : q1_)(c.sideI, c.sideJ) =

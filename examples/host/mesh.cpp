@@ -36,8 +36,9 @@ std::string meshText(const Mesh& mesh, const GridFrame& grid, const Field<double
   for (std::size_t k = 0; k < mesh.pointI.size(); ++k) {
     const int i = mesh.pointI[k];
     const int j = mesh.pointJ[k];
-    text += "ND " + std::to_string(k + 1) + ' ' + fixed(grid.x(j) + half, 4) + ' ' +
-            fixed(grid.y(i) + half, 4) + ' ' + fixed(-cornerDepth(i, j), 5) + '\n';
+    const auto [x, y] = grid.toMap(grid.x(j) + half, grid.y(i) + half);
+    text += "ND " + std::to_string(k + 1) + ' ' + fixed(x, 4) + ' ' + fixed(y, 4) + ' ' +
+            fixed(-cornerDepth(i, j), 5) + '\n';
   }
   return text;
 }

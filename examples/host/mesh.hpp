@@ -22,7 +22,7 @@ struct Mesh {
 // loop, as the module walks its flags.
 Mesh makeMesh(const GridFrame& grid, const Field<std::int32_t>& code);
 
-// The mesh as a .2dm text; node heights are bed elevations.
+// The mesh as a .2dm text on the map; node heights are bed elevations.
 std::string meshText(const Mesh& mesh, const GridFrame& grid, const Field<double>& cornerDepth);
 
 }  // namespace host

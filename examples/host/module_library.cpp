@@ -1,5 +1,10 @@
 #include "module_library.hpp"
 
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <cstring>
+
 #include "platform.hpp"
 
 namespace host {
@@ -11,6 +16,23 @@ constexpr std::int32_t kNoCell = 0;
 
 nivaro_length lengthOf(const std::string& text) {
   return static_cast<nivaro_length>(text.size());
+}
+
+// The form in which the module compares the CoordSys lines of layers with the host's.
+std::string normalised(const std::string& coordSys) {
+  std::string result;
+  for (const char c : coordSys) {
+    if (c != ' ' && c != '\t' && c != '"')
+      result += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  }
+  return result.empty() ? " " : result;
+}
+
+// Texts of the message record are padded with blanks.
+template <std::size_t size>
+void put(char (&field)[size], const std::string& text) {
+  std::memset(field, ' ', size);
+  std::memcpy(field, text.data(), std::min(size, text.size()));
 }
 
 }  // namespace
@@ -36,20 +58,24 @@ ModuleLibrary::ModuleLibrary(const std::filesystem::path& file) {
   find(writeFlags_, "QVMOR_WRSMSF_DAT_FLAGS");
   find(writeResults_, "QVMOR_WRSMSF_DAT_RESULTS");
   find(closeDataset_, "QVMOR_WRSMSF_CLOSE");
+  find(writeCheckLayer_, "QVMOR_WRMIFF");
+  find(deliver_, "DMESSAGEXY");
   find(messages_, "DMESSAGES");
   if (!missing.empty())
     throw LibraryError(file.string() + " is no morphology module: it lacks " + missing + ".");
 }
 
-void ModuleLibrary::initialise(const std::string& name, const std::string& outputPrefix,
-                               const std::string& logPrefix) const {
+void ModuleLibrary::initialise(const std::string& name, const std::string& prefix,
+                               const std::string& coordSys) const {
   const nivaro_logical no = logical(false);
   const std::string tableExtension = ".tab";
-  const std::string noProjection = " ";  // this host's coordinates are plain metres
-  initialiseS1_(name.data(), outputPrefix.data(), logPrefix.data(), &no, tableExtension.data(), &no,
-                outputPrefix.data(), noProjection.data(), noProjection.data(), &no, lengthOf(name),
-                lengthOf(outputPrefix), lengthOf(logPrefix), lengthOf(tableExtension),
-                lengthOf(outputPrefix), lengthOf(noProjection), lengthOf(noProjection));
+  // Plain metres are no projection that layers could be held against.
+  const std::string projection =
+      normalised(coordSys.starts_with("CoordSys NonEarth") ? "" : coordSys);
+  initialiseS1_(name.data(), prefix.data(), prefix.data(), &no, tableExtension.data(), &no,
+                prefix.data(), coordSys.data(), projection.data(), &no, lengthOf(name),
+                lengthOf(prefix), lengthOf(prefix), lengthOf(tableExtension), lengthOf(prefix),
+                lengthOf(coordSys), lengthOf(projection));
 }
 
 void ModuleLibrary::setDataset(std::int32_t points, std::int32_t cells, double flagDepth) const {
@@ -79,10 +105,24 @@ void ModuleLibrary::readControlFile(const std::string& file, std::int32_t domain
   const std::int32_t rows = grid.rows;
   const std::int32_t columns = grid.columns;
   const std::int32_t offset = 0;
-  const double angle = 0;
+  const MapPlace corner = grid.place();
   readInput_(file.data(), &domain, &lastDomain, &n, &m, &lastRow, &lastColumn, &rows, &columns,
-             &offset, &offset, &grid.cellSize, &grid.cellSize, &angle, &grid.originX, &grid.originY,
+             &offset, &offset, &grid.cellSize, &grid.cellSize, &corner.angle, &corner.x, &corner.y,
              work.real.data(), work.integer.data(), nullptr, nullptr, nullptr, lengthOf(file));
+}
+
+void ModuleLibrary::writeCheckLayer(std::int32_t domain, std::int32_t lastDomain,
+                                    const GridFrame& grid, const IndexArea& area, BedArrays& bed,
+                                    WorkArrays& work) const {
+  const nivaro_logical values = logical(true);
+  const std::int32_t n = grid.n();
+  const std::int32_t offset = 0;  // as in cell tables: the model's first cell is 1
+  const MapPlace corner = grid.place();
+  const double stepA = grid.cellSize * std::cos(corner.angle);
+  const double stepB = grid.cellSize * std::sin(corner.angle);
+  writeCheckLayer_(&domain, &lastDomain, &values, bed.code.data(), bed.zc.data(), &n, nullptr,
+                   &area.firstI, &area.firstJ, &area.lastI, &area.lastJ, &offset, &offset,
+                   &corner.x, &corner.y, &stepA, &stepB, work.real.data(), work.integer.data());
 }
 
 void ModuleLibrary::loadDomain(std::int32_t domain) const {
@@ -138,6 +178,28 @@ void ModuleLibrary::writeValues(std::int32_t domain, std::int32_t lastDomain, co
 
 void ModuleLibrary::closeDataset() const {
   closeDataset_();
+}
+
+void ModuleLibrary::openMessagesLayer(double x, double y, double labelHeight, double labelWidth,
+                                      double spacing) const {
+  messages_->message_layer = 1;  // any of 1 to 100 that this host uses for nothing else
+  messages_->secondary_message_layer = 1;
+  messages_->label_height = labelHeight;
+  messages_->label_box_width = labelWidth;
+  messages_->default_x = x;
+  messages_->default_y = y;
+  messages_->unlocated_spacing = spacing;
+}
+
+void ModuleLibrary::deliver(const Message& message, double x, double y) const {
+  put(messages_->line1, message.line1);
+  put(messages_->line2, message.line2);
+  const std::int32_t logOnly = -1;  // the screen belongs to the progress of the run
+  deliver_(&logOnly, &x, &y);
+}
+
+void ModuleLibrary::deliver(const Message& message) const {
+  deliver(message, messages_->default_x, messages_->default_y);
 }
 
 }  // namespace host

@@ -23,6 +23,13 @@ inline nivaro_logical logical(bool value) {
   return value ? -1 : 0;
 }
 
+// A message for the module's screen, log and messages layer: the words "ERROR", "WARNING", "CHECK" or
+// "INFORMATION:" at its beginning tell its level.
+struct Message {
+  std::string line1;
+  std::string line2 = {};
+};
+
 // First and last indices, both ends included.
 struct IndexArea {
   std::int32_t firstI = 0, firstJ = 0, lastI = 0, lastJ = 0;
@@ -48,14 +55,18 @@ class ModuleLibrary {
   // Throws LibraryError that names the file and the loader's reason, or all missing entry points.
   explicit ModuleLibrary(const std::filesystem::path& file);
 
-  void initialise(const std::string& name, const std::string& outputPrefix,
-                  const std::string& logPrefix) const;
+  // `coordSys` is the CoordSys line of the layers that the module reads and writes.
+  void initialise(const std::string& name, const std::string& prefix,
+                  const std::string& coordSys) const;
   void setDataset(std::int32_t points, std::int32_t cells, double flagDepth) const;
   // Next free positions of the two work arrays, counted from 1, are advanced.
   void reserve(std::int32_t domain, const GridFrame& grid, std::int32_t& nextReal,
                std::int32_t& nextInteger) const;
   void readControlFile(const std::string& file, std::int32_t domain, std::int32_t lastDomain,
                        const GridFrame& grid, WorkArrays& work) const;
+  // Every cell with what was read for it, as a layer.
+  void writeCheckLayer(std::int32_t domain, std::int32_t lastDomain, const GridFrame& grid,
+                       const IndexArea& area, BedArrays& bed, WorkArrays& work) const;
   void loadDomain(std::int32_t domain) const;
   void compute(MorphologyCall call, std::int32_t domain, const GridFrame& grid,
                const IndexArea& area, double timeStep, const FlowArrays& flow, BedArrays& bed,
@@ -69,6 +80,12 @@ class ModuleLibrary {
   void closeDataset() const;
 
   const nivaro_messages& messages() const { return *messages_; }
+  // From now on messages with a place, errors of the module included, become labels on a layer; those
+  // without one stand below the point (x, y) of the map.
+  void openMessagesLayer(double x, double y, double labelHeight, double labelWidth,
+                         double spacing) const;
+  void deliver(const Message& message, double x, double y) const;
+  void deliver(const Message& message) const;
 
  private:
   decltype(&QVMOR_INITIALISE_S1) initialiseS1_ = nullptr;
@@ -81,6 +98,8 @@ class ModuleLibrary {
   decltype(&QVMOR_WRSMSF_DAT_FLAGS) writeFlags_ = nullptr;
   decltype(&QVMOR_WRSMSF_DAT_RESULTS) writeResults_ = nullptr;
   decltype(&QVMOR_WRSMSF_CLOSE) closeDataset_ = nullptr;
+  decltype(&QVMOR_WRMIFF) writeCheckLayer_ = nullptr;
+  decltype(&DMESSAGEXY) deliver_ = nullptr;
   decltype(&DMESSAGES) messages_ = nullptr;
 };
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "number_format.hpp"
+
 namespace host {
 
 namespace {
@@ -10,10 +12,29 @@ namespace {
 constexpr std::int32_t kDomain = 1;
 
 // Fields of the module in the real work array, in the order in which they are reserved.
-enum ModuleField : std::size_t { kAppliedChange = 6, kCellChange = 7 };
+enum ModuleField : std::size_t { kBedLimit = 4, kAppliedChange = 6, kCellChange = 7 };
 
 IndexArea wholeModel(const GridFrame& grid) {
   return {grid.firstI(), grid.firstJ(), grid.lastI(), grid.lastJ()};
+}
+
+// A case without a map has plain metres, with bounds around its cells.
+std::string coordSysOf(const Case& model) {
+  if (!model.coordSys.empty()) return model.coordSys;
+  const GridFrame& grid = model.grid;
+  const auto [x, y] = grid.toMap(grid.originX, grid.originY);
+  const auto text = [](double value) { return fixed(value, 3); };
+  return "CoordSys NonEarth Units \"m\" Bounds (" + text(x) + "," + text(y) + ") (" +
+         text(x + grid.columns * grid.cellSize) + "," + text(y + grid.rows * grid.cellSize) + ")";
+}
+
+// Messages without a place stand in a list left of the model, from its upper corner down.
+void openMessagesLayer(const ModuleLibrary& module, const Case& model) {
+  const GridFrame& grid = model.grid;
+  const MessageLabels& labels = *model.labels;
+  const auto [x, y] = grid.toMap(grid.originX - labels.height - labels.width,
+                                 grid.originY + grid.rows * grid.cellSize);
+  module.openMessagesLayer(x, y, labels.height, labels.width, labels.spacing);
 }
 
 // Cells with their centre in the case's area.
@@ -53,7 +74,8 @@ MorphologyCoupling::MorphologyCoupling(const ModuleLibrary& module, const Case& 
       area_(areaOf(model.area, grid_)),
       flow_{Field<nivaro_logical>(grid_, 0), Field<nivaro_logical>(grid_, 0),
             Field<double>(grid_, 0.0), Field<double>(grid_, 0.0), Field<double>(grid_, 0.0)} {
-  module_.initialise(model.name, prefix, prefix);
+  module_.initialise(model.name, prefix, coordSysOf(model));
+  if (model.labels) openMessagesLayer(module_, model);
   module_.setDataset(static_cast<std::int32_t>(mesh_.pointI.size()),
                      static_cast<std::int32_t>(mesh_.elements.size()), settings_.dryDepth);
 
@@ -65,12 +87,16 @@ MorphologyCoupling::MorphologyCoupling(const ModuleLibrary& module, const Case& 
   work_.real.assign(static_cast<std::size_t>(nextReal - 1), 0.0);
   work_.integer.assign(static_cast<std::size_t>(nextInteger - 1), 0);
   module_.readControlFile(model.controlFile.string(), kDomain, kDomain, grid_, work_);
+  module_.writeCheckLayer(kDomain, kDomain, grid_, model_, bed_, work_);
 
   module_.loadDomain(kDomain);
   module_.compute(MorphologyCall::Smoothing, kDomain, grid_, area_, 0, flow_, bed_, work_);
   module_.compute(MorphologyCall::Initialisation, kDomain, grid_, area_, 0, flow_, bed_, work_);
   module_.writeDatasetHeader(model.name);
   balance_.bedVolumeAtStart = balance_.bedVolumeAtEnd = bedVolume();
+  if (!model.labels) return;
+  watch_.emplace(grid_, bed_, moduleField(kBedLimit));
+  module_.deliver({"CHECK - Check layer and messages of " + model.name, "Log " + prefix + ".mlf"});
 }
 
 void MorphologyCoupling::step(Flow& flow, double seconds) {
@@ -84,6 +110,8 @@ void MorphologyCoupling::step(Flow& flow, double seconds) {
 
   account();
   followAtOutflowEdges();
+  hours_ += seconds / 3600;
+  if (watch_) tell(watch_->afterStep(bed_, moduleField(kCellChange), flow.level(), hours_));
   flow.followBed(stored);
 }
 
@@ -95,6 +123,18 @@ void MorphologyCoupling::writeRecord(const Flow& flow, double hours) {
 
 void MorphologyCoupling::finish() {
   module_.closeDataset();
+  if (watch_) tell(watch_->extremes(bed_, hours_));
+}
+
+void MorphologyCoupling::tell(const std::vector<PlacedMessage>& messages) const {
+  for (const auto& [message, x, y] : messages) {
+    const auto [mapX, mapY] = grid_.toMap(x, y);
+    module_.deliver(message, mapX, mapY);
+  }
+}
+
+const double* MorphologyCoupling::moduleField(std::size_t field) const {
+  return work_.real.data() + field * work_.integer.size();
 }
 
 // The module's depth at a side between two wet cells is the mean level above the side's bed. With

@@ -4,7 +4,9 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 
+#include "bed_watch.hpp"
 #include "case_file.hpp"
 #include "flow.hpp"
 #include "mesh.hpp"
@@ -22,7 +24,7 @@ struct ModuleEffort {
 
 class MorphologyCoupling {
  public:
-  // Calls the module from its start up to the smoothing call. Files begin with `prefix`.
+  // Calls the module from its start up to the smoothing call and writes the check layer. Files begin with `prefix`.
   MorphologyCoupling(const ModuleLibrary& module, const Case& model, const std::string& prefix,
                      BedArrays& bed, const Mesh& mesh);
 
@@ -38,6 +40,8 @@ class MorphologyCoupling {
  private:
   void takeFlow(const Flow& flow);
   void followAtOutflowEdges();
+  void tell(const std::vector<PlacedMessage>& messages) const;
+  const double* moduleField(std::size_t field) const;
   void account();
   double bedVolume() const;
   template <typename Visit>
@@ -54,6 +58,8 @@ class MorphologyCoupling {
   FlowArrays flow_;
   SandBalance balance_;
   ModuleEffort effort_;
+  std::optional<BedWatch> watch_;  // where the case has a messages layer
+  double hours_ = 0;
 };
 
 }  // namespace host

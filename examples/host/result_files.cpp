@@ -13,9 +13,10 @@ ResultFolder::ResultFolder(const fs::path& folder, const std::string& name)
   if (!fs::is_directory(folder_))
     throw ResultError("The result folder " + folder_.string() +
                       " cannot be created: " + error.message() + ".");
-  // What is written at the end of a run must not be left over from another.
-  fs::remove(file("_measured.csv"), error);
-  fs::remove(file("_summary.csv"), error);
+  // What not every run writes, or only its end, must not be left over from another.
+  for (const std::string_view ending :
+       {"_measured.csv", "_summary.csv", "_messages.mif", "_messages.mid"})
+    fs::remove(file(ending), error);
 }
 
 fs::path ResultFolder::file(std::string_view ending) const {
@@ -39,9 +40,9 @@ void ResultFolder::append(std::string_view ending, std::string_view content) con
 }
 
 std::vector<fs::path> ResultFolder::list() const {
-  constexpr std::string_view kEndings[] = {".2dm",          "_morDH.dat",      "_mor.wor",
-                                           ".mlf",          "_bed_change.csv", "_profile.csv",
-                                           "_measured.csv", "_summary.csv"};
+  constexpr std::string_view kEndings[] = {
+      ".2dm",          "_morDH.dat",      "_mor.wor",     ".mlf",          "_mor_check.mif",
+      "_messages.mif", "_bed_change.csv", "_profile.csv", "_measured.csv", "_summary.csv"};
   std::vector<fs::path> files;
   for (const std::string_view ending : kEndings) {
     if (fs::exists(file(ending))) files.push_back(file(ending));

@@ -27,7 +27,7 @@ class ResultFolder {
   void write(std::string_view ending, std::string_view content) const;
   // Adds to the end of a file, so that a host that is killed leaves what it had reached.
   void append(std::string_view ending, std::string_view content) const;
-  // Files of this name that are there, sorted.
+  // Files of this name that are there, sorted; of a pair of a layer, the .mif.
   std::vector<std::filesystem::path> list() const;
 
  private:

@@ -23,13 +23,23 @@ void fillWithWater(Flow& flow, const Case& model) {
   flow.fill(level, water.qx, water.qy);
 }
 
+// Of the mean discharge through the sides of a cell.
+double speed(const Flow& flow, int i, int j) {
+  if (!flow.isWet(i, j)) return 0;
+  const double qx = 0.5 * (flow.q2()(i, j - 1) + flow.q2()(i, j));
+  const double qy = 0.5 * (flow.q1()(i - 1, j) + flow.q1()(i, j));
+  return std::hypot(qx, qy) / flow.depth(i, j);
+}
+
 std::string bedChangeRows(const GridFrame& grid, const BedArrays& bed,
-                          const Field<double>& bedBefore, double hours) {
+                          const Field<double>& bedBefore, const Flow& flow, double hours) {
   std::string text;
   forEachCell(grid, [&](int i, int j) {
     if (!bed.code(i, j)) return;
     text += fixed(hours, 4) + ',' + fixed(grid.x(j), 4) + ',' + fixed(grid.y(i), 4) + ',' +
-            fixed(-bed.zc(i, j), 6) + ',' + fixed(bedBefore(i, j) - bed.zc(i, j), 6) + '\n';
+            fixed(-bed.zc(i, j), 6) + ',' + fixed(bedBefore(i, j) - bed.zc(i, j), 6) + ',' +
+            fixed(flow.isWet(i, j) ? flow.depth(i, j) : 0, 4) + ',' + fixed(speed(flow, i, j), 4) +
+            '\n';
   });
   return text;
 }
@@ -40,12 +50,12 @@ class Recorder {
   Recorder(const Case& model, const ResultFolder& results, const BedArrays& bed, const Flow& flow)
       : model_(model), results_(results), bed_(bed), bedBefore_(bed.zc), flow_(flow) {
     results_.write("_profile.csv", profileHeader());
-    results_.write("_bed_change.csv", "time_h,x_m,y_m,bed_m,bed_change_m\n");
+    results_.write("_bed_change.csv", "time_h,x_m,y_m,bed_m,bed_change_m,depth_m,speed_m_s\n");
   }
 
   void record(double hours) const {
     results_.append("_profile.csv", profileRows(profile(), hours));
-    results_.append("_bed_change.csv", bedChangeRows(model_.grid, bed_, bedBefore_, hours));
+    results_.append("_bed_change.csv", bedChangeRows(model_.grid, bed_, bedBefore_, flow_, hours));
   }
 
   Comparison compareWith(const MeasuredBed& measured) const {
@@ -156,9 +166,9 @@ void printReport(std::ostream& out, const RunReport& report) {
     line("module per active cell and step",
          fixed(1e9 * report.effort.seconds / report.effort.cellSteps, 0) + " ns");
   line("morphology steps", fixed(report.effort.steps, 0));
-  line("messages of the module", std::to_string(report.moduleErrors) + " errors, " +
-                                     std::to_string(report.moduleWarnings) + " warnings, " +
-                                     std::to_string(report.moduleChecks) + " checks");
+  line("messages in the log", std::to_string(report.moduleErrors) + " errors, " +
+                                  std::to_string(report.moduleWarnings) + " warnings, " +
+                                  std::to_string(report.moduleChecks) + " checks");
   if (!report.comparison) return;
   out << "\nComputed against measured bed, " << report.comparison->measured.size() << " points\n";
   line("rms difference", fixed(report.comparison->rms, 4) + " m");

@@ -72,6 +72,21 @@ TEST(CaseFile, HoldsWhatTheFileSays) {
   EXPECT_TRUE(model.water.isDepth);
 }
 
+TEST(CaseFile, AGridMayLieTurnedOnAMap) {
+  const TempFolder folder;
+  ASSERT_EQ(complaint(folder, kCase + std::string("[map]\norigin = [4e5, 5e6]\nangle = 90\n"
+                                                  "coord_sys = 'CoordSys Earth'\n[messages]\n"
+                                                  "label_height = 2\nlabel_width = 30\n"
+                                                  "spacing = 4\n")),
+            "");
+  const Case model = readCase(folder.path(""));
+
+  EXPECT_EQ(model.coordSys, "CoordSys Earth");
+  EXPECT_NEAR(model.grid.toMap(0, 10).first, 4e5 - 10, 1e-6);
+  ASSERT_TRUE(model.labels);
+  EXPECT_EQ(model.labels->spacing, 4);
+}
+
 TEST(CaseFile, WhatIsWrongIsNamedWithItsLineAndWhatIsExpected) {
   const struct {
     const char* old;
@@ -97,6 +112,10 @@ TEST(CaseFile, WhatIsWrongIsNamedWithItsLineAndWhatIsExpected) {
       {"sand.mcf", "mud.mcf", ":23: morphology.control_file: there is no file"},
       {"\"reach\"", "\"../reach\"", ":1: name: expected letters, digits, - and _ only"},
       {"[roughness]", "[roughness", ":11: "},
+      {"[bed]", "[map]\norigin = [4e5, 5e6]\ncoord_sys = \"UTM\"\n[bed]",
+       ":8: map.coord_sys: expected a line that begins with CoordSys"},
+      {"[bed]", "[messages]\nlabel_height = 0\n[bed]",
+       ":7: messages.label_height: expected a number above 0 (m)."},
   };
   for (const auto& [old, with, text] : cases) {
     const TempFolder folder;

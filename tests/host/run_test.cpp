@@ -110,10 +110,44 @@ TEST(HostRun, SaysWhyItCannotGoOnAndEndsWithACodeForIt) {
   }
 }
 
-TEST(HostRun, TheBundledCaseReadsWell) {
+// The grid above turned by a quarter: its x runs to the map's north, its y to the west. A layer of
+// one square covers the cells (2, 3) and (2, 4), row before column.
+TEST(HostRun, LayersLieOnTheTurnedGrid) {
+  const TempFolder folder;
+  writeCase(folder, kSand);
+  const std::string coordSys = "CoordSys Earth Projection 8, 104, \"m\", 9, 0, 0.9996, 500000, 0";
+  folder.write("my case/case.toml", folder.read("my case/case.toml") + "[map]\n" +
+                                        "origin = [5000, 7000]\nangle = 90\ncoord_sys = '" +
+                                        coordSys + "'\n[messages]\nlabel_height = 1\n" +
+                                        "label_width = 10\nspacing = 2\n");
+  folder.write("my case/sand.mcf", std::string(kSand) + "Read MI Morphology D50 == coarse\n");
+  folder.write("my case/coarse.mif", "Version 300\nDelimiter \",\"\n" + coordSys +
+                                         "\nColumns 1\n  Value Float\nData\n\nRegion 1\n5\n"
+                                         "4999 7002\n4999 7004\n4998 7004\n4998 7002\n4999 7002\n");
+  folder.write("my case/coarse.mid", "0.0005\n");
+  ASSERT_EQ(run(folder, "'my case' --library '" MODULE_LIBRARY "' --out out"), 0)
+      << folder.read("said");
+
+  EXPECT_THAT(folder.read("said"), Not(HasSubstr("WARNING 0305")));  // the layer's projection
+  const std::string cells = folder.read("out/reach_mor_check.mid");
+  EXPECT_EQ(std::count(cells.begin(), cells.end(), '\n'), 36);
+  EXPECT_EQ(linesBeginning(cells, "0.000500,"), 2u);
+  EXPECT_THAT(cells, HasSubstr("\"2,3\",1,"));
+  // Its last corner is its first: one cell up and right of the lower left one, seen along the grid.
+  EXPECT_THAT(folder.read("out/reach_mor_check.mif"), HasSubstr(coordSys + "\nColumns 12\n"));
+  EXPECT_THAT(folder.read("out/reach_mor_check.mif"),
+              HasSubstr("       4999.000       7001.000\n"));
+  EXPECT_THAT(folder.read("out/reach.2dm"), HasSubstr("ND 1 5000.0000 7000.0000 "));
+  EXPECT_THAT(folder.read("out/reach_messages.mid"),
+              HasSubstr("\"CHECK - Check layer and messages of reach  Log "));
+}
+
+TEST(HostRun, TheBundledCasesReadWell) {
   const TempFolder folder;
   EXPECT_EQ(run(folder, "'" TRENCH_CASE "' --check"), 0);
   EXPECT_THAT(folder.read("said"), HasSubstr("Case trench: 220 x 5 cells"));
+  EXPECT_EQ(run(folder, "'" REACH_CASE "' --check"), 0);
+  EXPECT_THAT(folder.read("said"), HasSubstr("Case reach: 200 x 100 cells"));
 }
 
 }  // namespace
