@@ -43,6 +43,7 @@ std::vector<gis::Vertex> labelVertices(const MessagePlacement& at, const Message
 }
 
 std::string attributes(const MessageRecord& record) {
+  // The text gives way to the link, which is of no use when it is cut.
   std::string link = ",";
   link += record.message_number >= 1 ? gis::quotedText(fieldText(record.reference_link)) : "\"\"";
   return gis::quotedText(joined(record, kSameLine).text, gis::kAttributeLength - link.size()) +
@@ -61,8 +62,10 @@ void LayerMessages::setLayers(std::string_view prefix, std::string_view coordSys
 void LayerMessages::place(const MessagePlacement& placement, MessageRecord& record) {
   openWhereNeeded(placement.layer, record);
   const bool isMif = layers_.format(placement.layer) == gis::LayerFormat::Mif;
+  // Only MIF labels have line breaks; screen and log then show the message as the layer does.
   if (!isMif) record.one_line_flag = logical(true);
 
+  // The style holds the place of this very message, so it is set anew for each.
   const Label label = joined(record, isTrue(record.one_line_flag) ? kSameLine : kLineBreak);
   if (isMif)
     layers_.setStyle(
@@ -79,6 +82,7 @@ void LayerMessages::place(const MessagePlacement& placement, MessageRecord& reco
 }
 
 void LayerMessages::openWhereNeeded(std::int32_t layer, const MessageRecord& record) {
+  // An identifier that names no slot is left to the layer table, which ends the run for it.
   if (layer < 1 || layer > gis::LayerTable::kLayers || layers_.isOpen(layer)) return;
   gis::LayerSettings settings;
   settings.name = prefix_ + (layer == record.message_layer ? "_messages" : "_messages_check");

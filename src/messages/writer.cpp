@@ -53,17 +53,19 @@ void MessageWriter::dmessageXy(std::int32_t blankLines, double x, double y) {
   if (level.count != nullptr) ++(record_.*level.count);
   if (level.locatedCount != nullptr) ++(record_.*level.locatedCount);
 
+  // A message whose number cannot be read is not held back: it may be any.
   const bool numberOk = readNumber(level, line1);
   const bool suppressible = level.level >= 1 && level.level <= 4;
   if (numberOk && suppressible && isTrue(record_.suppression_flag)) {
     dmessageClear();
     return;
   }
-  setField(record_.line4, joinedDetails(record_));
+  setField(record_.line4, joinedDetails(record_));  // shown by the label
 
   if (located) {
     place(level, x, y);
   } else if (level.level >= 1) {
+    // Stacked below the default point, so that labels do not cover each other.
     ++record_.unlocated_count;
     setField(record_.location_tag, "NoXY:");
     if (record_.unlocated_spacing > 0.0)
@@ -79,6 +81,7 @@ void MessageWriter::dmessageXy(std::int32_t blankLines, double x, double y) {
 }
 
 void MessageWriter::dmessage(std::int32_t blankLines) {
+  // With a tag the message comes from dmessageXy, which has classified and counted it.
   if (isBlank(record_.location_tag)) {
     const std::string line1 = fieldText(record_.line1);
     const MessageLevel& level = levelOf(line1);
@@ -94,6 +97,7 @@ void MessageWriter::dmessage(std::int32_t blankLines) {
   dmessageClear();
 }
 
+// Number and level stay: they tell a host what the last message was.
 void MessageWriter::dmessageClear() {
   setField(record_.line1, "");
   setField(record_.line2, "");
@@ -135,7 +139,7 @@ void MessageWriter::replayTable(std::int32_t unit) {
   Unit* table = units_.find(unit);
   std::string ignored;
   while (!eofLineRead(table, ignored)) {
-    table->backspace();
+    table->backspace();  // the test for the end has taken the row's line
     if (readMessageTableRow(*table, record_) != ReadStatus::Ok) {
       setField(record_.line1,
                "WARNING 0300 - Problem with reading messages.csv file - please contact " +
@@ -146,7 +150,7 @@ void MessageWriter::replayTable(std::int32_t unit) {
       write(1);
       return;
     }
-    write(kLayerOnly);
+    write(kLayerOnly);  // the row was on screen and log in the run that wrote it
   }
 }
 
@@ -199,6 +203,7 @@ void MessageWriter::print(std::int32_t blankLines) {
 
   const std::string tag = fieldText(record_.location_tag);
   const std::string link = fieldText(record_.reference_link);
+  // The log alone names the link; who reads the screen has no use for it.
   std::string first = fieldText(record_.line1);
   if (!tag.empty()) first = tag + " " + first;
 

@@ -70,6 +70,7 @@ DbaseField dbaseField(const Column& column) {
                    .type = row.dbaseLetter,
                    .length = row.ownLength,
                    .decimals = row.ownDecimals};
+  // A stated width would make of these what no reader knows.
   if (hasFixedLength(column.type)) return field;
   if (column.width != 0) {
     field.length = column.width;
@@ -82,6 +83,7 @@ std::string columnsFault(const std::vector<Column>& columns) {
   if (columns.empty()) return "there must be at least one column";
   if (columns.size() > kMostFields) return "there are too many columns";
 
+  // Names are compared as dBase has them, cut and without regard to case.
   std::set<std::string> names;
   int recordLength = 1;  // the deletion flag
   for (const Column& column : columns) {

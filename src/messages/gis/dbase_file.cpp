@@ -38,6 +38,7 @@ std::uint64_t DbaseTable::recordLength() const {
   return length;
 }
 
+// All records are of one length, so the place of the next one follows from their count.
 std::uint64_t DbaseTable::endOfRecords() const {
   return headerLength() + static_cast<std::uint64_t>(recordCount_) * recordLength();
 }
@@ -46,6 +47,7 @@ bool DbaseTable::writeHeader(Unit* file) const {
   const std::chrono::year_month_day today(
       std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now()));
 
+  // The zeros are places that the format reserves.
   ByteBuffer header;
   header.byte(kVersion)
       .byte(static_cast<int>(today.year()) - 1900)
@@ -75,7 +77,7 @@ bool DbaseTable::addRecord(Unit* file, std::string_view attributes) {
   record.text(" ");  // not deleted
   ListInput values(attributes);
   for (const DbaseField& field : fields_) {
-    std::string value;
+    std::string value;  // stays blank where the record has fewer values than the table has fields
     values.read(value);
     record.text(fieldContent(field, std::string_view(value).substr(0, kLongestValue)));
   }

@@ -49,6 +49,7 @@ void LayerTable::gisOpenLayer(std::int32_t layer, const LayerSettings& settings)
   const std::string fileName = settings.name + (isShape ? ".shp" : ".mif");
   requireFreeName(settings.name, fileName);
 
+  // The slot is taken when all files are there: a layer opened in part is none to close.
   Layer opened;
   opened.fileName = fileName;
   opened.projectCode = settings.projectCode;
@@ -67,6 +68,9 @@ void LayerTable::requireFreeName(const std::string& name, const std::string& fil
 }
 
 void LayerTable::openProject(std::string_view path) {
+  // What an earlier project listed is still to be listed in this one.
+  for (std::optional<Layer>& layer : layers_)
+    if (layer) layer->listed.clear();
   if (const MaybeFailure failure = project_.open(path)) report_.stop(*failure);
 }
 

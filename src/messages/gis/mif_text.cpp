@@ -34,6 +34,7 @@ class LineWriter {
  public:
   explicit LineWriter(Unit& file) : file_(file) {}
 
+  // One failed line is a failed object, whatever follows it.
   void line(std::string_view text) { written_ = file_.writeRecord(text) && written_; }
   void vertices(Part part) {
     for (const Vertex& vertex : part) line(position(vertex));
@@ -82,6 +83,7 @@ void writeDrawable(LineWriter& out, const Object& object) {
       return;
     }
     case ObjectKind::Text:
+      // Vertex 1, the anchor, is no part of the object: the label line of its style leads there.
       out.line("Text");
       out.line(object.label);
       out.line("    " + position(at[1], kLabelBoxDecimals) + position(at[2], kLabelBoxDecimals));

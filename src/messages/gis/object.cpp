@@ -42,6 +42,7 @@ bool hasParts(ObjectKind kind) {
 std::int32_t firstBadPart(const Object& object) {
   const std::vector<std::int32_t> first = raisedParts(object);
   const auto vertexCount = static_cast<std::int32_t>(object.vertices.size());
+  // A part that begins behind the last vertex would be empty, which no reader takes.
   for (std::size_t i = 1; i < first.size(); ++i)
     if (first[i] <= first[i - 1] || first[i] > vertexCount) return static_cast<std::int32_t>(i) + 1;
   return 0;
@@ -52,6 +53,7 @@ std::vector<Part> partsOf(const Object& object) {
   const Part all(object.vertices);
   std::vector<Part> parts;
   for (std::size_t i = 0; i < first.size(); ++i) {
+    // The first part alone is not checked against the vertices: it may be empty.
     const auto begin = std::min(static_cast<std::size_t>(first[i] - 1), all.size());
     const auto end = i + 1 < first.size() ? static_cast<std::size_t>(first[i + 1] - 1) : all.size();
     parts.push_back(all.subspan(begin, end - begin));

@@ -203,6 +203,7 @@ MaybeFailure ProjectFile::add(const ProjectEntry& entry) {
   const auto number = static_cast<std::int64_t>(inputIds_.size() + outputIds_.size()) + 1;
   const std::string id =
       alphanumericOnly(fileName(entry.file), '_') + aintegerPrec0(number, kDigits);
+  // Codes are signed; 64 bits hold the absolute value of each.
   const bool isInput = std::abs(static_cast<std::int64_t>(entry.projectCode)) == 1;
   (isInput ? inputIds_ : outputIds_).push_back(id);
   return writeFromTail(mapLayer(entry, id));

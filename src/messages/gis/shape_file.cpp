@@ -41,6 +41,7 @@ Part pointsOf(const Object& object) {
 
 void putPoints(ByteBuffer& to, ShapeType type, Part points) {
   putType(to, type);
+  // A point has neither box nor count: there is one, and it is its own box.
   if (type == ShapeType::Multipoint) {
     put(to, boundingBox(points));
     to.little(count(points.size()));
@@ -74,6 +75,7 @@ ByteBuffer shapeContent(ShapeType type, const Object& object) {
   } else if (type == ShapeType::Point || type == ShapeType::Multipoint) {
     putPoints(content, type, pointsOf(object));
   } else if (type == ShapeType::Polygon) {
+    // MIF leaves the sense of rings open, so callers need not care; here it tells holes from land.
     const std::vector<std::vector<Vertex>> rings = orderedRings(partsOf(object));
     putParts(content, type, {rings.begin(), rings.end()});
   } else {
@@ -98,11 +100,13 @@ bool ShapeGeometry::add(ShapeUnits files, const Object& object) {
       box_.extend(part);
   }
 
+  // Lengths are signed numbers of words, so a main file ends at 4 GB.
   const ByteBuffer content = shapeContent(type_, object);
   const auto contentLength = static_cast<std::int32_t>(content.bytes().size() / 2);
   const std::int32_t room = std::numeric_limits<std::int32_t>::max() - fileLength_;
   if (contentLength > room - kRecordHeaderLength) return false;
 
+  // The index tells where in the main file the record begins, its header included.
   ByteBuffer recordHeader;
   recordHeader.big(recordCount_ + 1).big(contentLength);
   ByteBuffer indexEntry;

@@ -37,6 +37,7 @@ std::string_view subLayerSuffix(ObjectKind kind) {
 }
 
 MaybeFailure ShapeLayer::open(const LayerSettings& settings) {
+  // The suffix, which says what a file holds, is what an object finds its sub-layer by.
   struct Wanted {
     bool open;
     std::string_view suffix;
@@ -61,6 +62,7 @@ MaybeFailure ShapeLayer::openSubLayer(const LayerSettings& settings, std::string
   if (auto failure = openLayerFile(files_, name + ".dbf", "BO", sub.dbfUnit)) return failure;
   if (!sub.geometry.startFiles(unitsOf(sub))) return headerFailure(name + ".shp");
   if (!sub.table.writeHeader(files_.find(sub.dbfUnit))) return headerFailure(name + ".dbf");
+  // Without a projection file readers ask, with a blank one they complain.
   if (trimmed(settings.projection).empty()) return {};
 
   std::int32_t prjUnit = 0;
@@ -77,6 +79,7 @@ MaybeFailure ShapeLayer::writeObject(const Object& object) {
     return Failure{"Should not be here [gisWriteObject-shp].  Please contact " +
                    std::string(kSupportAddress)};
   const std::vector<SubLayer*> subLayers = subLayersFor(object.kind);
+  // The caller did not want files for this geometry: there is nowhere to write.
   if (subLayers.empty()) return shapeFailure();
   for (SubLayer* sub : subLayers) {
     if (!sub->geometry.accepts(object))
@@ -100,6 +103,7 @@ MaybeFailure ShapeLayer::writeRecord(const Object& object, std::string_view attr
 }
 
 MaybeFailure ShapeLayer::close() {
+  // The first failure is told, but it does not keep the other files from their headers.
   MaybeFailure failure;
   for (SubLayer& sub : subLayers_) {
     // A run that ended between an object and its record leaves a blank one.

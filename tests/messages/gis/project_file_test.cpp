@@ -53,6 +53,15 @@ TEST_F(Project, ListsEachFileOnceWithItsGeometryAndGroup) {
   }
 }
 
+TEST_F(Project, ASecondProjectListsWhatTheFirstHad) {
+  const std::int32_t layer = openMif("a");
+  for (const char* project : {"first.qgs", "run.qgs"}) {
+    layers.openProject(folder.path(project));
+    write(layer, pointAt(1, 2));
+    EXPECT_THAT(folder.read(project), HasSubstr("<layername>a</layername>"));
+  }
+}
+
 TEST_F(Project, LegendStandsAsItIsPublished) {
   layers.openProject(folder.path("run.qgs"));
   write(openMif("a"), pointAt(1, 2));
