@@ -38,7 +38,9 @@ class Marks {
   void addEdge(double startX, double startY, double endX, double endY, double dx, double dy) {
     const std::int32_t startRow = cellIndex(startY, dy);
     const std::int32_t endRow = cellIndex(endY, dy);
-    const std::int32_t firstRow = std::max(std::min(startRow, endRow), range_.firstI);
+    // From one row below: a vertex a rounding error below a centre line may count as a row too high
+    // for one of its edges, and a line that misses a crossing is filled to its end.
+    const std::int32_t firstRow = std::max(std::min(startRow, endRow) - 1, range_.firstI);
     const std::int32_t lastRow = std::min(std::max(startRow, endRow), range_.lastI);
     const double low = std::min(startY, endY);
     const double high = std::max(startY, endY);

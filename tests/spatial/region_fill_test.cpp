@@ -116,6 +116,27 @@ TEST(RegionFill, RightAndUpperBoundariesAreInLeftAndLowerOnesOut) {
   EXPECT_EQ(filled({square(5, 9)}, 30, 30, fill), (Elements{{6, 6}, {6, 7}, {7, 6}, {7, 7}}));
 }
 
+// Half these sizes, moved by two and a half of them, lie one rounding error below three times the
+// size, the centre of row 3, but divided by the size they are 3.
+TEST(RegionFill, AVertexThatRoundsOntoACentreLineLosesNoCrossing) {
+  RegionFill fill;
+  for (const double size : {1.3, 2.1, 2.6, 4.2, 4.7}) {
+    std::vector<double> x{1.2, 3.2, 6.2, 6.2, 3.2, 1.2, 1.2};
+    std::vector<double> y{0.5, -3.0, -3.0, 4.0, 4.0, 0.5, 0.5};
+    for (double& c : x) c *= size;
+    for (double& c : y) c *= size;
+    const auto cells =
+        fill.find(x, y, std::vector<std::int32_t>{6}, {.dx = size, .dy = size}, 12, 12).value();
+    // Between 1.2 and 6.2 sizes lie the centres of columns 4 to 8.
+    const auto rows = static_cast<std::size_t>(cells.range.lastI - cells.range.firstI + 1);
+    for (int j = cells.range.firstJ; j <= cells.range.lastJ; ++j) {
+      const auto row3 = static_cast<std::size_t>(j - cells.range.firstJ) * rows +
+                        static_cast<std::size_t>(3 - cells.range.firstI);
+      EXPECT_EQ(cells.inside[row3] != 0, j >= 4 && j <= 8) << size << " column " << j;
+    }
+  }
+}
+
 TEST(RegionFill, VerticesBehindTheLastPolygonAreReported) {
   RegionFill fill;
   std::vector<double> x{0, 8, 8, 0, 0, 0, 1, 2, 3};
