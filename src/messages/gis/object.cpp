@@ -9,11 +9,15 @@ namespace nivaro::gis {
 
 namespace {
 
+// In each part. Readers give up a whole layer for a part with fewer.
 std::size_t fewestVertices(ObjectKind kind) {
   switch (kind) {
     case ObjectKind::Text:
+    case ObjectKind::Region:
       return 3;
     case ObjectKind::Line:
+    case ObjectKind::Polyline:
+    case ObjectKind::MultiplePolyline:
       return 2;
     default:
       return 1;
@@ -63,8 +67,11 @@ std::vector<Part> partsOf(const Object& object) {
 
 bool isDrawable(const Object& object) {
   if (object.kind == ObjectKind::Unset || object.kind == ObjectKind::None) return false;
-  if (object.vertices.size() < fewestVertices(object.kind)) return false;
-  if (hasParts(object.kind) && partsOf(object).front().empty()) return false;
+  const std::vector<Part> parts =
+      hasParts(object.kind) ? partsOf(object) : std::vector<Part>{object.vertices};
+  const std::size_t fewest = fewestVertices(object.kind);
+  if (std::any_of(parts.begin(), parts.end(), [&](Part part) { return part.size() < fewest; }))
+    return false;
   return std::all_of(object.vertices.begin(), object.vertices.end(), [](const Vertex& vertex) {
     return std::isfinite(vertex.x) && std::isfinite(vertex.y);
   });

@@ -59,9 +59,9 @@ std::int32_t firstBadPart(const Object& object);
 // The vertices of each part; the parts must be in order.
 std::vector<Part> partsOf(const Object& object);
 
-// Whether there is something to draw: not a null object, enough vertices, all of them finite. A
-// message from a run that has gone to infinity must not make its layer unreadable, so such an
-// object is written as a null object.
+// Whether there is something to draw: not a null object, enough vertices in each part, all of them
+// finite. A message from a run that has gone to infinity must not make its layer unreadable, so such
+// an object is written as a null object.
 bool isDrawable(const Object& object);
 
 // The text between double quotes, those inside doubled, in at most `limit` characters. Line breaks

@@ -43,16 +43,20 @@ TEST_F(Mif, WritesEachKindOfObject) {
       {objectOf(ObjectKind::Multipoint, ab), "MultiPoint 2\n" + a + "\n" + b + "\n"},
       {objectOf(ObjectKind::Line, ab), "Line " + a + b + "\n"},
       {objectOf(ObjectKind::Polyline, ab), "Pline 2\n" + a + "\n" + b + "\n"},
-      {objectOf(ObjectKind::MultiplePolyline, {ab[0], ab[1], ab[0]}, {1, 2}),
-       "Pline Multiple 2\n 1\n" + a + "\n 2\n" + b + "\n" + a + "\n"},
+      {objectOf(ObjectKind::MultiplePolyline, {ab[0], ab[1], ab[1], ab[1], ab[0]}, {1, 3}),
+       "Pline Multiple 2\n 2\n" + a + "\n" + b + "\n 3\n" + b + "\n" + b + "\n" + a + "\n"},
       {objectOf(ObjectKind::Region, {ab[0], ab[1], ab[0]}),
        "Region 1\n 3\n" + a + "\n" + b + "\n" + a + "\n"},
-      {objectOf(ObjectKind::Region, {ab[0], ab[1], ab[0], ab[1]}, {0, 3}),
-       "Region 2\n 2\n" + a + "\n" + b + "\n 2\n" + a + "\n" + b + "\n"},
+      {objectOf(ObjectKind::Region, {ab[0], ab[1], ab[0], ab[1], ab[1], ab[1]}, {0, 4}),
+       "Region 2\n 3\n" + a + "\n" + b + "\n" + a + "\n 3\n" + b + "\n" + b + "\n" + b + "\n"},
       {objectOf(ObjectKind::Text, {{0, 0}, {1.5, -2.25}, {3, 4}}),
        "Text\n\"m\"\n"
        "               1.500          -2.250           3.000           4.000\n"},
       {kNullObject, "none\n"},
+      // Too few vertices, in one part of two.
+      {objectOf(ObjectKind::Polyline, {ab[0]}), "none\n"},
+      {objectOf(ObjectKind::MultiplePolyline, {ab[0], ab[1], ab[0]}, {1, 2}), "none\n"},
+      {objectOf(ObjectKind::Region, {ab[0], ab[1], ab[0], ab[1], ab[0]}, {1, 4}), "none\n"},
   };
   for (const auto& [object, text] : cases) EXPECT_EQ(textOf(object), text);
 }

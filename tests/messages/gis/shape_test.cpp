@@ -92,7 +92,8 @@ TEST_F(Shape, ContentLengthsFollowFromVerticesAndParts) {
       {objectOf(ObjectKind::Text, three), "_P", 1, 10},
       {objectOf(ObjectKind::Multipoint, three), "_P", 8, (16 * 3 + 40) / 2},
       {objectOf(ObjectKind::Line, {three[0], three[1]}), "_L", 3, (16 * 2 + 4 + 44) / 2},
-      {objectOf(ObjectKind::MultiplePolyline, three, {1, 2}), "_L", 3, (16 * 3 + 4 * 2 + 44) / 2},
+      {objectOf(ObjectKind::MultiplePolyline, {{0, 0}, {1, 0}, {1, 1}, {2, 2}}, {1, 3}), "_L", 3,
+       (16 * 4 + 4 * 2 + 44) / 2},
       {ringedRegion(), "_R", 5, (16 * 15 + 4 * 3 + 44) / 2},
   };
   for (const auto& [object, file, type, words] : cases) {
