@@ -1,6 +1,7 @@
 #include "control/spatial_command.hpp"
 
 #include <algorithm>
+#include <cmath>
 
 #include "files/path.hpp"
 #include "platform/list_input.hpp"
@@ -58,7 +59,7 @@ void SpatialCommands::set(const SpatialCommand& command, const SedimentFields& f
     diagnostics_.fatal({.line1 = "ERROR - Reading value of \"Set\" command",
                         .line2 = std::string(trimmed(command.controlLine)),
                         .detail1 = command.place});
-  if (status == ReadStatus::Error)
+  if (status == ReadStatus::Error || !std::isfinite(value))
     diagnostics_.fatal({.line1 = "ERROR - Reading following line in control file",
                         .line2 = std::string(trimmed(command.controlLine)),
                         .detail1 = command.place});

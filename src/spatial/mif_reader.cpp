@@ -7,6 +7,7 @@
 #include "spatial/real_fields.hpp"
 #include "text/blank_padded.hpp"
 #include "text/keyword.hpp"
+#include "text/number_text.hpp"
 
 namespace nivaro {
 namespace {
@@ -236,7 +237,16 @@ void MifReader::warnOfFewPoints() {
     diagnostics_.deliver({.line1 = std::string(kText)});
     return;
   }
-  setField(diagnostics_.messages().record().line1, kText);
+  // A located message needs a layer to stand on. Where the host has none, a warning must not end
+  // the run: it is written without its place, which goes into the text.
+  MessageRecord& record = diagnostics_.messages().record();
+  if (record.message_layer < 1) {
+    diagnostics_.deliver(
+        {.line1 = std::string(kText),
+         .detail1 = "Its first vertex is " + areal8(x_.front()) + ", " + areal8(y_.front()) + "."});
+    return;
+  }
+  setField(record.line1, kText);
   diagnostics_.messages().dmessageXy(1, x_.front(), y_.front());
 }
 

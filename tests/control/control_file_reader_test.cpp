@@ -206,6 +206,7 @@ TEST_F(ControlFile, SetErrorsTellMissingFromMalformedValues) {
   EXPECT_THROW(readText("Set Morphology D50 == \n"), test::ProcessEnded);
   EXPECT_TRUE(shown("ERROR - Reading value of \"Set\" command"));
 
+  EXPECT_THROW(readText("Set Morphology D50 == nan\n"), test::ProcessEnded);
   EXPECT_THROW(readText("Set Morphology D50 == fine\n"), test::ProcessEnded);
   EXPECT_TRUE(shown("ERROR - Reading following line in control file\nSet Morphology D50 == fine"));
 }

@@ -147,6 +147,7 @@ TEST_F(MifReaderTest, ReadsPastTheStyleOfARegionButNotPastTheNextObject) {
 
 TEST_F(MifReaderTest, IgnoresRegionsOfTooFewPointsAndGoesOnBehindThem) {
   record->default_x = 5000;
+  record->message_layer = 1;
   openLayer(
       "Region 1\n3\n4 5\n9 0\n9 9\n  Pen (1,2,0)\n  Center 1 1\nRegion 0\nRegion 1\n0\nPoint 1 2\n",
       "1\n2\n3\n4\n");
@@ -161,6 +162,18 @@ TEST_F(MifReaderTest, IgnoresRegionsOfTooFewPointsAndGoesOnBehindThem) {
   }
   next();
   EXPECT_EQ(reader.value(), 4);
+}
+
+TEST_F(MifReaderTest, SmallRegionIsNoReasonToStopWithoutAMessagesLayer) {
+  record->default_x = 5000;
+  openLayer("Region 1\n3\n4 5.5\n9 0\n9 9\n", "1\n");
+
+  ASSERT_NE(reader.nextObject(mif, mid), nullptr);
+  EXPECT_FALSE(reader.readSection(mif));
+
+  EXPECT_EQ(console.output,
+            "\nNoXY: WARNING 0318 - Insufficient points for Region object in mif file.  Region "
+            "ignored.\nIts first vertex is 4., 5.5.\n");
 }
 
 TEST_F(MifReaderTest, WarnsOfOtherKindsAndKeepsTheFilesInStep) {
