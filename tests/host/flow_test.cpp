@@ -67,6 +67,48 @@ TEST(Flow, UniformFlowHasTheDischargeOfTheFormula) {
   }
 }
 
+// Over a side goes no more than critical flow over the higher of its two beds, q^2 = g h^3, and
+// nothing where that bed stands above the water: thin water on a steep bank would flap otherwise.
+TEST(Flow, NoMoreThanCriticalFlowPassesTheHigherBed) {
+  const GridFrame grid{20, 9, 1.0, 0, 0};
+  const BedArrays bed = bedArrays(unevenBed(), grid);
+  FlowSettings settings = edges(discharge(3), level(0.4), {Roughness::Kind::Manning, 0.02});
+  settings.centring = 0.8;
+  Flow flow(grid, settings, bed);
+  flow.fill([](double x, double) { return x < 6 ? 1.5 : 0.4; });
+
+  const auto critical = [&](const Field<double>& before, double q, int i, int j, int i2, int j2) {
+    const double from = q > 0 ? before(i, j) : before(i2, j2);
+    const double h = std::max(0.0, from + std::min(bed.zc(i, j), bed.zc(i2, j2)));
+    return h * std::sqrt(9.81 * h) + 1e-12;
+  };
+  for (int k = 0; k < 300; ++k) {
+    const Field<double> before = flow.level();
+    flow.step(flow.stableStep());
+    forEachCell(grid, [&](int i, int j) {
+      const double q1 = flow.q1()(i, j);
+      const double q2 = flow.q2()(i, j);
+      if (i < grid.lastI()) {
+        ASSERT_THAT(std::abs(q1), Le(critical(before, q1, i, j, i + 1, j)));
+      }
+      if (j < grid.lastJ()) {
+        ASSERT_THAT(std::abs(q2), Le(critical(before, q2, i, j, i, j + 1)));
+      }
+    });
+  }
+}
+
+// The share of an edge cell in the inflow does not grow with its own level: it would feed waves that
+// run from bank to bank.
+TEST(Flow, InflowDoesNotFollowTheLevelOfEachCell) {
+  const GridFrame grid{5, 8, 10.0, 0, 0};
+  const BedArrays bed = bedArrays(BedShape{}, grid);
+  Flow flow(grid, edges(discharge(40), level(1), {Roughness::Kind::Manning, 0.03}), bed);
+  flow.fill([](double, double y) { return 1 + 0.005 * y; });
+  for (int i = grid.firstI(); i <= grid.lastI(); ++i)
+    EXPECT_NEAR(flow.q2()(i, grid.firstJ() - 1), 40.0 / 80, 1e-12);
+}
+
 TEST(Flow, WaterAtRestOverAnUnevenBedStaysAtRest) {
   const GridFrame grid{20, 9, 1.0, 0, 0};
   const BedArrays bed = bedArrays(unevenBed(), grid);
