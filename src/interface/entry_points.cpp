@@ -70,7 +70,7 @@ void runMorphology(Module& module, const MorphologyCall& call) {
     return;
   }
   if (call.skip || !active) return;
-  morphologyStep(input, call.area);
+  morphologyStep(input, call.area, module.stepScratch);
 }
 
 void writeDatasetValues(Module& module, const DatasetValuesCall& call) {

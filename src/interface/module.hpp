@@ -18,6 +18,7 @@
 #include "messages/record.hpp"
 #include "messages/workspace_list.hpp"
 #include "messages/writer.hpp"
+#include "morphology/step_scratch.hpp"
 #include "output/check_layer.hpp"
 #include "output/sms_dataset.hpp"
 #include "platform/console.hpp"
@@ -54,6 +55,7 @@ struct Module {
   ControlFileReader controlFile;
   DomainFieldTable fields;
   ParameterTable parameters;
+  StepScratch stepScratch;
   SmsDataset dataset;
   CheckLayer checkLayer;
 };

@@ -20,7 +20,6 @@ void limitAndCentre(const StepInput& in, const Area& area) {
   for (int j = area.firstJ; j <= area.lastJ; ++j) {
     for (int i = area.firstI; i <= area.lastI; ++i) {
       const double change = isActiveAndWet(in, i, j) ? centredChange(in, i, j) : 0.0;
-      in.fields.appliedChange(i, j) = change;
       in.fields.cellChange(i, j) = change;
       in.fields.previousChange(i, j) = change;
     }

@@ -11,6 +11,9 @@ namespace nivaro {
 // without them keeps its value.
 void rebuildCornersAndSides(const StepInput& in, const Area& area);
 
+// Those of row j alone, which lie above it: from the beds of rows j and j + 1.
+void rebuildRow(const StepInput& in, const Area& area, int j);
+
 // Sets the bed code to 0 in every cell outside the area.
 void confineBedCodes(const StepInput& in, const Area& area);
 

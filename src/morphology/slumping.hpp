@@ -10,4 +10,7 @@ namespace nivaro {
 // caller has cleared. The bed itself is not changed, so the cells do not see each other's slumps.
 void addSlumping(const StepInput& in, const Area& area);
 
+// The part of it that row j of the area takes: it looks at both neighbour rows and changes them.
+void addSlumpingOfRow(const StepInput& in, const Area& area, int j);
+
 }  // namespace nivaro

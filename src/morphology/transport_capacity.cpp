@@ -15,18 +15,10 @@
 
 #include <cmath>
 
+#include "morphology/transport_constants.hpp"
+
 namespace nivaro {
 namespace {
-
-constexpr double kGravity = 9.81;                   // m/s2
-constexpr double kSqrtGravity = 3.132091952673165;  // its square root
-constexpr double kKarman = 0.4;                     // -
-constexpr double kViscosity = 0.000001;             // kinematic, m2/s
-constexpr double kLargestTransport = 100.0;         // kg/(m s)
-constexpr double kLargestConcentration = 20.0;      // of ca, from which on the method is off
-constexpr double kLargestSuspensionNumber = 25.0;   // beyond it nothing stays in suspension
-constexpr double kSmallestStage = 0.0001;  // keeps a trace of transport below the threshold
-constexpr double kSmallestShearVelocitySquared = 0.0001;  // m2/s2
 
 double atMost(double value, double limit) {
   return value > limit ? limit : value;
@@ -37,7 +29,7 @@ double atLeast(double value, double limit) {
 
 // Too slow, or too shallow for the reference level and the mixing layer to make sense.
 bool isStill(double depth, double speed, const MorphologyParameters& p) {
-  return speed <= 0.001 || depth <= 0.05 || depth <= 1.25 * p.referenceLevel ||
+  return speed <= kSmallestSpeed || depth <= kSmallestDepth || depth <= 1.25 * p.referenceLevel ||
          depth <= 1.25 * p.mixingLayerThickness;
 }
 

@@ -1,5 +1,3 @@
-#include "morphology/line_carry.hpp"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -8,6 +6,10 @@
 #include <vector>
 
 #include "morphology/deposition.hpp"
+#include "morphology/processors.hpp"
+#include "morphology/step_data.hpp"
+#include "morphology/step_kernel.hpp"
+#include "morphology/step_scratch.hpp"
 #include "morphology/test_domain.hpp"
 
 namespace nivaro {
@@ -40,123 +42,134 @@ TEST(Deposition, NegativeFactorErodesAtMostTheLimit) {
   EXPECT_DOUBLE_EQ(result.deposited, (1.0 - std::exp(10.0)) * 0.5);
 }
 
-// Settings under which a level change is transport / (1 - voids), with voids 0 for erosion and 0.5
-// for deposition, and under which half of the sand settles in a cell of capacity 0 at unit
-// discharge: alpha dx = K ws dx = ln 2.
+// Half of the sand settles in a cell of capacity 0 at unit discharge: alpha dx = K ws dx = ln 2. The
+// same cells lie in every lane.
 struct Line {
   TestDomain domain{3, 3};
-  LineBuffers buffers{8};
+  StepScratch scratch;
+  StripArrays strip;
+  std::ptrdiff_t count = 0;
 
-  Line() {
+  explicit Line(Processor processor) : scratch(processor), strip(scratch.strip(8, true)) {
     domain.settings.cellSize = domain.settings.timeStep = 1.0;
     domain.parameters.sandGrainDensity = 1.0;
     domain.parameters.fallVelocity = std::log(2.0);
   }
 
-  // Appends a cell whose velocities have the sign of the transport that comes in.
-  void add(double lower, double upper, double bedLoad = 0.0, bool atLimit = false,
-           double velocity = 1.0) {
-    const std::size_t k = buffers.count++;
-    buffers.inSituVoids[k] = 0.0;
-    buffers.depositionVoids[k] = 0.5;
-    buffers.atBedLimit[k] = atLimit ? 1 : 0;
-    buffers.lower.suspended[k] = lower;
-    buffers.upper.suspended[k] = upper;
-    buffers.lower.bedLoad[k] = bedLoad;
-    for (auto* side : {&buffers.lower, &buffers.upper}) {
-      side->depth[k] = 1.0;
-      side->normal[k] = velocity;
+  // Appends a cell whose velocities have the sign of the transport that comes in. Both sweeps see the
+  // same transports; what each does not look at is no number.
+  void add(double lower, double upper, bool atLimit = false, double velocity = 1.0) {
+    const std::ptrdiff_t cell = count * kFirstStripLines;
+    const std::ptrdiff_t next = cell + kFirstStripLines;
+    SideArrays& s = strip.sides;
+    for (std::ptrdiff_t lane = 0; lane < kFirstStripLines; ++lane) {
+      strip.flags[cell + lane] = kActiveCell | (atLimit ? kAtBedLimit : 0);
+      s.suspendedAbove[cell + lane] = s.centredSuspendedAbove[cell + lane] = lower;
+      s.suspendedBelow[next + lane] = s.centredSuspendedBelow[next + lane] = upper;
+      for (double* discharge : {s.discharge, s.centredDischargeAbove, s.centredDischargeBelow})
+        discharge[cell + lane] = discharge[next + lane] = velocity;
     }
+    strip.rowActive[count++] = 1;
   }
-  void forward() { carryForward(domain.input(), buffers.lower, buffers.upper, buffers); }
-  void reverse() { carryReverse(domain.input(), buffers.lower, buffers.upper, buffers); }
+  void carry() {
+    const StepData step = stepData(domain.input(), domain.area);
+    stepKernel(scratch.processor()).carry(step, strip, count);
+  }
+  template <class Element>
+  Element at(const Element* array, std::ptrdiff_t position, std::ptrdiff_t lane) const {
+    return array[position * kFirstStripLines + lane];
+  }
 };
 
 struct Case {
   std::string name;
   double u, w;  // transport from the side that the sweep comes from, and to the other
   bool atLimit;
-  double d, t;  // suspended term, carried transport afterwards
-  double voids;
+  double d, t;   // suspended term, carried transport afterwards
+  bool erosion;  // voids in situ, else those of a deposit
 };
-
-constexpr double kErosion = 0.0;
-constexpr double kDeposition = 0.5;
 
 // Three cells: the first carries u into the second (u is its own side's where it cannot be
 // carried), the third erodes to 1000 and so tells what it was given: t, or 7 of its own where t is
 // 0.
 TEST(LineCarry, ForwardTable) {
   const Case cases[] = {
-      {"diverging", -3.0, 5.0, false, -8.0, 5.0, kErosion},
-      {"diverging at the limit", -3.0, 5.0, true, 0.0, 0.0, kErosion},
-      {"downward", -3.0, -5.0, false, 0.0, 0.0, kDeposition},
-      {"downward to a closed side", -3.0, 0.0, false, 0.0, 0.0, kDeposition},
-      {"converging", 3.0, -5.0, false, 8.0, 0.0, kDeposition},
-      {"converging from a closed side", 0.0, -5.0, false, 5.0, 0.0, kDeposition},
-      {"erosion", 3.0, 5.0, false, -2.0, 5.0, kErosion},
-      {"erosion from a closed side", 0.0, 5.0, false, -5.0, 5.0, kErosion},
-      {"erosion at the limit", 3.0, 5.0, true, 0.0, 3.0, kErosion},
-      {"nothing changes", 3.0, 3.0, false, 0.0, 3.0, kErosion},
-      {"deposition", 4.0, 0.0, false, 2.0, 2.0, kDeposition},
-      {"deposition at the limit", 4.0, 0.0, true, 2.0, 2.0, kDeposition},
-      {"no number", 3.0, kNoNumber, false, 0.0, 3.0, kDeposition},
+      {"diverging", -3.0, 5.0, false, -8.0, 5.0, true},
+      {"diverging at the limit", -3.0, 5.0, true, 0.0, 0.0, true},
+      {"downward", -3.0, -5.0, false, 0.0, 0.0, false},
+      {"downward to a closed side", -3.0, 0.0, false, 0.0, 0.0, false},
+      {"converging", 3.0, -5.0, false, 8.0, 0.0, false},
+      {"converging from a closed side", 0.0, -5.0, false, 5.0, 0.0, false},
+      {"erosion", 3.0, 5.0, false, -2.0, 5.0, true},
+      {"erosion from a closed side", 0.0, 5.0, false, -5.0, 5.0, true},
+      {"erosion at the limit", 3.0, 5.0, true, 0.0, 3.0, true},
+      {"nothing changes", 3.0, 3.0, false, 0.0, 3.0, true},
+      {"deposition", 4.0, 0.0, false, 2.0, 2.0, false},
+      {"deposition at the limit", 4.0, 0.0, true, 2.0, 2.0, false},
+      {"no number", 3.0, kNoNumber, false, 0.0, 3.0, false},
   };
-  for (const auto& [name, u, w, atLimit, d, t, voids] : cases) {
-    Line line;
-    line.add(std::max(u, 0.0), std::max(u, 0.0));
-    line.add(u > 0.0 ? 99.0 : u, w, 1.0, atLimit);
-    line.add(7.0, 1000.0);
-    line.forward();
+  for (const Processor processor : supportedProcessors())
+    for (const auto& [name, u, w, atLimit, d, t, erosion] : cases) {
+      Line line(processor);
+      line.add(std::max(u, 0.0), std::max(u, 0.0));
+      line.add(u > 0.0 ? 99.0 : u, w, atLimit);
+      line.add(7.0, 1000.0);
+      line.carry();
 
-    EXPECT_DOUBLE_EQ(line.buffers.change[1], (1.0 + d) / (1.0 - voids)) << name;
-    EXPECT_DOUBLE_EQ(line.buffers.change[2], (t != 0.0 ? t : 7.0) - 1000.0) << name;
-  }
+      for (std::ptrdiff_t lane = 0; lane < kFirstStripLines; ++lane) {
+        EXPECT_DOUBLE_EQ(line.at(line.strip.forward, 1, lane), d) << name;
+        EXPECT_DOUBLE_EQ(line.at(line.strip.forward, 2, lane), (t != 0.0 ? t : 7.0) - 1000.0)
+            << name;
+        EXPECT_EQ((line.at(line.strip.outcome, 1, lane) & kForwardErosion) != 0, erosion) << name;
+      }
+    }
 }
 
-// The same from the other end; the bed load of the middle cell must not show.
+// The same from the other end.
 TEST(LineCarry, ReverseTable) {
   const Case cases[] = {
-      {"erosion", -3.0, -5.0, false, -2.0, -5.0, kErosion},
-      {"erosion from a closed side", 0.0, -5.0, false, -5.0, -5.0, kErosion},
-      {"erosion at the limit", -3.0, -5.0, true, 0.0, -3.0, kErosion},
-      {"nothing changes", -3.0, -3.0, false, 0.0, -3.0, kErosion},
-      {"deposition", -4.0, 0.0, false, 2.0, -2.0, kDeposition},
-      {"deposition at the limit", -4.0, 0.0, true, 2.0, -2.0, kDeposition},
-      {"converging", -3.0, 5.0, false, 0.0, -3.0, kDeposition},
-      {"upward", 3.0, 5.0, false, 0.0, 0.0, kDeposition},
-      {"diverging", 3.0, -5.0, false, 0.0, 0.0, kDeposition},
-      {"no number", -3.0, kNoNumber, false, 0.0, -3.0, kDeposition},
+      {"erosion", -3.0, -5.0, false, -2.0, -5.0, true},
+      {"erosion from a closed side", 0.0, -5.0, false, -5.0, -5.0, true},
+      {"erosion at the limit", -3.0, -5.0, true, 0.0, -3.0, true},
+      {"nothing changes", -3.0, -3.0, false, 0.0, -3.0, true},
+      {"deposition", -4.0, 0.0, false, 2.0, -2.0, false},
+      {"deposition at the limit", -4.0, 0.0, true, 2.0, -2.0, false},
+      {"converging", -3.0, 5.0, false, 0.0, -3.0, false},
+      {"upward", 3.0, 5.0, false, 0.0, 0.0, false},
+      {"diverging", 3.0, -5.0, false, 0.0, 0.0, false},
+      {"no number", -3.0, kNoNumber, false, 0.0, -3.0, false},
   };
-  for (const auto& [name, u, w, atLimit, d, t, voids] : cases) {
-    Line line;
-    line.add(-1000.0, -7.0, 0.0, false, -1.0);
-    line.add(w, u < 0.0 ? -99.0 : u, 1.0, atLimit, -1.0);
-    line.add(std::min(u, 0.0), std::min(u, 0.0), 0.0, false, -1.0);
-    line.reverse();
+  for (const Processor processor : supportedProcessors())
+    for (const auto& [name, u, w, atLimit, d, t, erosion] : cases) {
+      Line line(processor);
+      line.add(-1000.0, -7.0, false, -1.0);
+      line.add(w, u < 0.0 ? -99.0 : u, atLimit, -1.0);
+      line.add(std::min(u, 0.0), std::min(u, 0.0), false, -1.0);
+      line.carry();
 
-    EXPECT_DOUBLE_EQ(line.buffers.change[1], d / (1.0 - voids)) << name;
-    EXPECT_DOUBLE_EQ(line.buffers.change[0], (t != 0.0 ? -t : 7.0) - 1000.0) << name;
-  }
+      for (std::ptrdiff_t lane = 0; lane < kFirstStripLines; ++lane) {
+        EXPECT_DOUBLE_EQ(line.at(line.strip.reverse, 1, lane), d) << name;
+        EXPECT_DOUBLE_EQ(line.at(line.strip.reverse, 0, lane), (t != 0.0 ? -t : 7.0) - 1000.0)
+            << name;
+        EXPECT_EQ((line.at(line.strip.outcome, 1, lane) & kReverseErosion) != 0, erosion) << name;
+      }
+    }
 }
 
 TEST(LineCarry, SandOfASweepIsConserved) {
-  // Upward flow of changing capacity: with equal voids everywhere, what the bed gains is what
-  // enters below the first cell less what is carried out above the last, which erodes to its
-  // capacity.
+  // Upward flow of changing capacity: what the cells gain is what enters below the first less what is
+  // carried out above the last, which erodes to its capacity.
   const std::vector<double> capacity = {5.0, 3.0, 2.5, 4.0, 1.0, 0.0, 2.0, 9.0};
-  Line line;
-  for (std::size_t k = 0; k < capacity.size(); ++k) {
-    line.add(k == 0 ? 6.0 : capacity[k - 1], capacity[k]);
-    line.buffers.inSituVoids[k] = 0.5;
-    line.buffers.lower.bedLoad[k] = k == 0 ? 0.6 : 0.1 * capacity[k - 1];
-    line.buffers.upper.bedLoad[k] = 0.1 * capacity[k];
-  }
-  line.forward();
+  for (const Processor processor : supportedProcessors()) {
+    Line line(processor);
+    for (std::size_t k = 0; k < capacity.size(); ++k)
+      line.add(k == 0 ? 6.0 : capacity[k - 1], capacity[k]);
+    line.carry();
 
-  double gained = 0.0;
-  for (double change : line.buffers.change) gained += change * 0.5;
-  EXPECT_NEAR(gained, (6.0 + 0.6) - (9.0 + 0.9), 1e-12);
+    double gained = 0.0;
+    for (std::ptrdiff_t k = 0; k < line.count; ++k) gained += line.at(line.strip.forward, k, 3);
+    EXPECT_NEAR(gained, 6.0 - 9.0, 1e-12);
+  }
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // The morphology step written down as plainly as it is described: eight capacities per cell, no
 // buffers, nothing shared with the library but the views and the capacity function. It judges the
-// library bit by bit.
+// library to 1e-9, and bit by bit where no transport is computed.
 #pragma once
 
 #include "morphology/fields.hpp"

@@ -1,0 +1,77 @@
+// Times of one morphology step, the library's on each kind of processor and the plain form's. The
+// counter ns_per_active_cell is what scripts compare.
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+#include "benchmark_domain.hpp"
+#include "morphology/morphology_step.hpp"
+#include "morphology/reference_step.hpp"
+
+namespace nivaro::bench {
+namespace {
+
+void countCells(benchmark::State& state, const Domain& domain) {
+  using benchmark::Counter;
+  state.counters["ns_per_active_cell"] =
+      Counter(static_cast<double>(domain.activeCells()) * 1e-9,
+              Counter::kIsIterationInvariantRate | Counter::kInvert);
+}
+
+void librarysStep(benchmark::State& state, const Shape& shape, Processor processor) {
+  Domain domain(shape);
+  StepScratch scratch(processor);
+  morphologyStep(domain.input(), domain.area(), scratch);
+  for (auto _ : state) morphologyStep(domain.input(), domain.area(), scratch);
+  countCells(state, domain);
+}
+
+void plainStep(benchmark::State& state, const Shape& shape) {
+  Domain domain(shape);
+  for (auto _ : state) reference::step(domain.input(), domain.area());
+  countCells(state, domain);
+}
+
+struct Name {
+  Processor processor;
+  const char* text;
+};
+
+constexpr Name kProcessors[] = {
+    {Processor::Portable, "portable"}, {Processor::Avx2, "avx2"}, {Processor::Avx512, "avx512"}};
+
+struct Variant {
+  const char* text;
+  bool variedGrains;
+  bool velocityCentred;
+  double activeShare;
+};
+
+constexpr Variant kVariants[] = {{"uniform", false, false, 1.0},
+                                 {"grains", true, false, 1.0},
+                                 {"centred", false, true, 1.0},
+                                 {"sparse", false, false, 0.05}};
+
+void registerAll() {
+  for (const auto& variant : kVariants) {
+    for (int size : {100, 500, 2000}) {
+      const Shape shape{size, variant.variedGrains, variant.velocityCentred, variant.activeShare};
+      const std::string name = std::string("/") + variant.text + "/" + std::to_string(size);
+      const auto unit = benchmark::kMillisecond;
+      benchmark::RegisterBenchmark(("plain" + name).c_str(), plainStep, shape)->Unit(unit);
+      for (const auto& [processor, text] : kProcessors)
+        if (isSupported(processor))
+          benchmark::RegisterBenchmark((text + name).c_str(), librarysStep, shape, processor)
+              ->Unit(unit);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace nivaro::bench
+
+int main(int count, char** arguments) {
+  nivaro::bench::registerAll();
+  benchmark::Initialize(&count, arguments);
+  benchmark::RunSpecifiedBenchmarks();
+}

@@ -1,0 +1,28 @@
+// What the transport capacity of a whole step has in common, worked out once before the lanes start.
+#pragma once
+
+#include "morphology/parameters.hpp"
+#include "morphology/transport_constants.hpp"
+
+namespace nivaro {
+
+// Plain data: the lanes of all processors read it. The symbols are those of transport_lanes.hpp.
+struct CapacityTerms {
+  bool ordinary = false;        // else no side is
+  double stillDepth = 0.0;      // no transport at this depth or less, m
+  double referenceLevel = 0.0;  // a
+  double logReference = 0.0;    // ln a
+  double logRoughness = 0.0;    // ln(12 / ks)
+  double logFour = 0.0;         // ln 4
+  double density = 0.0;         // rho_s
+  double suspension = 0.0;      // z
+  double grainScale = 0.0;      // D* / D50
+  double stage = 0.0;           // k theta_cr D*
+  double suspended = 0.0;       // ca D*^0.3 / (D50 T^1.5)
+  double bedLoad = 0.0;         // qb D*^0.3 / (D50 T^1.5 U / Y)
+  double logShields[5] = {};    // ln of the factors of Shields' curve
+};
+
+CapacityTerms capacityTerms(const MorphologyParameters& p);
+
+}  // namespace nivaro

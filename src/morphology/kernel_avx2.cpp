@@ -1,0 +1,36 @@
+// Compiled for AVX2 with fused multiply-add: run only after the processor was asked.
+#include "morphology/kernels_x86.hpp"
+
+#include <immintrin.h>
+
+#include "morphology/lanes.hpp"
+
+namespace nivaro {
+
+using Real4 __attribute__((vector_size(32))) = double;
+
+template <>
+struct Lanes<Real4> {
+  using Mask __attribute__((vector_size(32))) = std::int64_t;
+  using Word __attribute__((vector_size(32))) = std::uint64_t;
+  using Flags __attribute__((vector_size(16))) = std::int32_t;
+
+  [[gnu::always_inline]] static Real4 squareRoot(Real4 x) { return _mm256_sqrt_pd(x); }
+  [[gnu::always_inline]] static Real4 fused(Real4 a, Real4 b, Real4 c) {
+    return _mm256_fmadd_pd(a, b, c);
+  }
+  [[gnu::always_inline]] static bool any(Mask mask) {
+    const auto bits = reinterpret_cast<__m256i>(mask);
+    return _mm256_testz_si256(bits, bits) == 0;
+  }
+};
+
+}  // namespace nivaro
+
+#include "morphology/kernel_lanes.hpp"
+
+namespace nivaro {
+
+const StepKernel kAvx2Kernel = kKernelLanes<Real4>;
+
+}  // namespace nivaro

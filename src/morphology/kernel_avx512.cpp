@@ -1,0 +1,36 @@
+// Compiled for AVX-512 (F, DQ and VL): run only after the processor was asked.
+#include "morphology/kernels_x86.hpp"
+
+#include <immintrin.h>
+
+#include "morphology/lanes.hpp"
+
+namespace nivaro {
+
+using Real8 __attribute__((vector_size(64))) = double;
+
+template <>
+struct Lanes<Real8> {
+  using Mask __attribute__((vector_size(64))) = std::int64_t;
+  using Word __attribute__((vector_size(64))) = std::uint64_t;
+  using Flags __attribute__((vector_size(32))) = std::int32_t;
+
+  [[gnu::always_inline]] static Real8 squareRoot(Real8 x) { return _mm512_maskz_sqrt_pd(0xff, x); }
+  [[gnu::always_inline]] static Real8 fused(Real8 a, Real8 b, Real8 c) {
+    return _mm512_fmadd_pd(a, b, c);
+  }
+  [[gnu::always_inline]] static bool any(Mask mask) {
+    const auto bits = reinterpret_cast<__m512i>(mask);
+    return _mm512_test_epi64_mask(bits, bits) != 0;
+  }
+};
+
+}  // namespace nivaro
+
+#include "morphology/kernel_lanes.hpp"
+
+namespace nivaro {
+
+const StepKernel kAvx512Kernel = kKernelLanes<Real8>;
+
+}  // namespace nivaro

@@ -1,0 +1,25 @@
+// A step kernel from its templates, for the sources that compile it for one kind of processor.
+#pragma once
+
+#include "morphology/step_kernel.hpp"
+#include "morphology/sweep_lanes.hpp"
+
+namespace nivaro {
+
+template <class Real>
+void logarithmLanes(const double* x, double* result, int count) {
+  for (int k = 0; k < count; k += kLanes<Real>)
+    store(result + k, logarithm(load<Real>(x + k, count - k)), count - k);
+}
+
+template <class Real>
+void exponentialLanes(const double* x, double* result, int count) {
+  for (int k = 0; k < count; k += kLanes<Real>)
+    store(result + k, exponential(load<Real>(x + k, count - k)), count - k);
+}
+
+template <class Real>
+constexpr StepKernel kKernelLanes = {addTransportLanes<Real>, carryBothWays<Real, kFirstStripLines>,
+                                     logarithmLanes<Real>, exponentialLanes<Real>};
+
+}  // namespace nivaro

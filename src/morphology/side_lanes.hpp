@@ -1,0 +1,291 @@
+// Flow and transport at the sides of one row of the grid, several sides at once. Lanes run along the
+// first index whatever the axis, since that is how the host's arrays lie.
+#pragma once
+
+#include "morphology/step_data.hpp"
+#include "morphology/strip.hpp"
+#include "morphology/transport_lanes.hpp"
+
+namespace nivaro {
+
+enum class Axis { First, Second };
+
+// Cells of one row: what both their sides need. Masks are 0 or -1.
+template <class Real>
+struct CellRow {
+  std::int64_t* active = nullptr;  // and in the area
+  std::int64_t* ordinary = nullptr;
+  double* stage = nullptr;  // grain terms, as in GrainLanes
+  double* suspended = nullptr;
+  double* bedLoad = nullptr;
+  double* logGrain = nullptr;
+
+  CellRow from(std::ptrdiff_t k) const {
+    return {active + k, ordinary + k, stage + k, suspended + k, bedLoad + k, logGrain + k};
+  }
+};
+
+template <class Real>
+struct SideLanes {
+  Real depth;
+  Real normal;
+  Real tangential;
+  MaskOf<Real> open;
+};
+
+template <class Real, Axis axis>
+struct SideRow {
+  using Mask = MaskOf<Real>;
+  static constexpr int kCount = kLanes<Real>;
+
+  const StepData& step;
+  std::ptrdiff_t below;  // number of the first cell below
+  CellRow<Real> cellsBelow;
+  CellRow<Real> cellsAbove;
+  // From a cell to the one above it, along and across the axis.
+  std::ptrdiff_t along = axis == Axis::Second ? step.n : 1;
+
+  const double* normalVelocity() const {
+    return axis == Axis::Second ? step.secondVelocity : step.firstVelocity;
+  }
+  const double* acrossVelocity() const {
+    return axis == Axis::Second ? step.firstVelocity : step.secondVelocity;
+  }
+
+  // Depth at a side between two wet cells. std::max of the levels and of the depths: a number that
+  // is none is one already in the mean.
+  [[gnu::always_inline]] Real openDepth(std::ptrdiff_t b, int count) const {
+    const Real levelBelow = load<Real>(step.waterLevel + b, count);
+    const Real levelAbove = load<Real>(step.waterLevel + b + along, count);
+    const double* sides = axis == Axis::Second ? step.secondSideDepth : step.firstSideDepth;
+    const Real bed = load<Real>(sides + b, count);
+    const Real depth = 0.5 * (levelBelow + levelAbove) + bed;
+    if (!step.raiseSideDepth) return depth;
+    const Real raised = step.raiseFactor * (atLeast(levelBelow, levelAbove) + bed);
+    return atLeast(depth, raised);
+  }
+
+  [[gnu::always_inline]] Real openTangential(std::ptrdiff_t b, int count) const {
+    const double* v = acrossVelocity() + b + along;
+    return 0.25 * (load<Real>(v, count) + load<Real>(v - 1, count) +
+                   load<Real>(v - 1 - step.n, count) + load<Real>(v - step.n, count));
+  }
+
+  [[gnu::always_inline]] Real cellDepth(std::ptrdiff_t cell, int count) const {
+    return load<Real>(step.waterLevel + cell, count) + load<Real>(step.bedDepth + cell, count);
+  }
+
+  // Toward a dry cell the flow is that of the wet cell itself, with the velocity of its opposite side.
+  // Along the second index one tangential element is taken beyond the side, along the first both are
+  // the cell's own.
+  void addDryFlow(SideLanes<Real>& flow, std::ptrdiff_t b, Mask wetBelow, Mask wetAbove, int k,
+                  int count) const {
+    const Mask through = (wetBelow & isOdd<Real>(step.flow + b, count)) |
+                         (wetAbove & isOdd<Real>(step.flow + b + along, count));
+    const Mask seen = (wetBelow & load<Mask>(cellsBelow.active + k)) |
+                      (wetAbove & load<Mask>(cellsAbove.active + k));
+    const Mask dry = through & seen;
+    if (!anyOf<Real>(dry)) return;
+
+    const std::ptrdiff_t a = b + along;
+    const double* across = acrossVelocity();
+    const Real atBelow = load<Real>(across + b, count);
+    const Real atAbove = load<Real>(across + a, count);
+    const Real normal = wetBelow ? load<Real>(normalVelocity() + b - along, count)
+                                 : load<Real>(normalVelocity() + a, count);
+    const Real first = wetBelow ? atBelow : atAbove;
+    Real other = wetBelow ? atAbove : atBelow;
+    if constexpr (axis == Axis::First)
+      other = wetBelow ? load<Real>(across + b - step.n, count)
+                       : load<Real>(across + a - step.n, count);
+    flow.depth = dry ? (wetBelow ? cellDepth(b, count) : cellDepth(a, count)) : flow.depth;
+    flow.normal = dry ? normal : flow.normal;
+    flow.tangential = dry ? 0.5 * (first + other) : flow.tangential;
+  }
+
+  // A side has one flow, even where its cells differ: if only one of them is wet, the other does not
+  // look at it.
+  [[gnu::always_inline]] SideLanes<Real> flowAt(std::ptrdiff_t b, int k, int count) const {
+    const Mask below_ = isOdd<Real>(step.wet + b, count);
+    const Mask above_ = isOdd<Real>(step.wet + b + along, count);
+    const Mask open = below_ & above_;
+    const Real none{};
+    SideLanes<Real> flow{open ? openDepth(b, count) : none,
+                         open ? load<Real>(normalVelocity() + b, count) : none,
+                         open ? openTangential(b, count) : none, open};
+    if (anyOf<Real>(below_ ^ above_))
+      addDryFlow(flow, b, below_ & ~above_, above_ & ~below_, k, count);
+    return flow;
+  }
+
+  [[gnu::always_inline]] GrainLanes<Real> grainOf(const CellRow<Real>& cells, int k) const {
+    return {load<Real>(cells.stage + k), load<Real>(cells.suspended + k),
+            load<Real>(cells.bedLoad + k), load<Real>(cells.logGrain + k)};
+  }
+
+  [[gnu::always_inline]] bool isSameGrain(int k) const {
+    using Word = typename Lanes<Real>::Word;
+    const auto differs = [k](const double* a, const double* b) {
+      return load<Word>(reinterpret_cast<const std::int64_t*>(a) + k) ^
+             load<Word>(reinterpret_cast<const std::int64_t*>(b) + k);
+    };
+    const Word word = differs(cellsBelow.stage, cellsAbove.stage) |
+                      differs(cellsBelow.suspended, cellsAbove.suspended) |
+                      differs(cellsBelow.bedLoad, cellsAbove.bedLoad) |
+                      differs(cellsBelow.logGrain, cellsAbove.logGrain);
+    return !anyOf<Real>(as<Mask>(word));
+  }
+
+  static Mask isStill(Real depth, Real speed, const CapacityTerms& p) {
+    return (speed < 100.0) & ((speed <= kSmallestSpeed) | (depth <= p.stillDepth));
+  }
+
+  // Transports through one side at one velocity, as one or both of its cells see them. Hydraulics are
+  // shared; the grain part is as well where the grains are the same.
+  struct Speed {
+    Real normal;
+    Real speed;
+    Real perSpeed;
+    Mask still;
+    Mask ordinary;
+    SuspensionLanes<Real> suspension;
+  };
+
+  [[gnu::always_inline]] Speed atSpeed(const SideLanes<Real>& flow, const DepthLanes<Real>& depth,
+                                       Real normal) const {
+    Speed s;
+    s.normal = normal;
+    s.speed = squareRoot(flow.tangential * flow.tangential + normal * normal);
+    s.perSpeed = 1.0 / s.speed;
+    s.still = isStill(flow.depth, s.speed, step.terms);
+    s.ordinary = (s.speed < 100.0) & (flow.depth < 1e4) & isTrueEverywhere(step.terms.ordinary);
+    s.suspension = suspensionLanes(depth, s.speed, s.perSpeed, step.terms);
+    return s;
+  }
+
+  static Mask isTrueEverywhere(bool value) { return value ? ~Mask{} : Mask{}; }
+
+  // Before the lanes that are not ordinary are replaced.
+  [[gnu::always_inline]] CapacityLanes<Real> resolved(const DepthLanes<Real>& depth, const Speed& s,
+                                                      const GrainLanes<Real>& grain) const {
+    const CapacityLanes<Real> q = capacityLanes(depth, s.suspension, s.speed, grain);
+    const Real share = s.normal * s.perSpeed;
+    const Real none{};
+    return {s.still ? none : q.suspended * share, s.still ? none : q.bedLoad * share,
+            s.still | (s.ordinary & q.ordinary)};
+  }
+
+  // What the active cells of a row see; the plain function serves lanes that are not ordinary.
+  CapacityLanes<Real> seenFrom(const CellRow<Real>& cells, std::ptrdiff_t cell, int k,
+                               CapacityLanes<Real> q, const SideLanes<Real>& flow,
+                               const Speed& s) const {
+    const Mask ordinary = q.ordinary & (s.still | load<Mask>(cells.ordinary + k));
+    const Mask plain = load<Mask>(cells.active + k) & ~ordinary;
+    if (!anyOf<Real>(plain)) return q;
+    for (int lane = 0; lane < kCount; ++lane) {
+      if (plain[lane] == 0) continue;
+      const ResolvedTransport transport =
+          plainTransport(step, cell + lane, flow.depth[lane], s.speed[lane], s.normal[lane]);
+      q.suspended[lane] = transport.suspended;
+      q.bedLoad[lane] = transport.bedLoad;
+    }
+    return q;
+  }
+
+  Real centredNormal(const SideLanes<Real>& flow, std::ptrdiff_t cell, int count) const {
+    return flow.open ? flow.normal * flow.depth / cellDepth(cell, count) : flow.normal;
+  }
+
+  [[gnu::always_inline]] void computeOne(int k, int count, const SideArrays& sides,
+                                         const BedLoadArrays& bed) const {
+    const Mask needed = load<Mask>(cellsBelow.active + k) | load<Mask>(cellsAbove.active + k);
+    if (!anyOf<Real>(needed)) return;
+
+    const std::ptrdiff_t b = below + k;
+    const std::ptrdiff_t a = b + along;
+    const SideLanes<Real> flow = flowAt(b, k, count);
+    // Depths that are not ordinary are replaced, so that no lane meets a slow number.
+    const Mask deep = (flow.depth > step.terms.stillDepth) & (flow.depth < 1e4);
+    const DepthLanes<Real> depth =
+        depthLanes(deep ? flow.depth : all<Real>(2.0 * step.terms.stillDepth), step.terms);
+    const GrainLanes<Real> grainBelow = grainOf(cellsBelow, k);
+    const GrainLanes<Real> grainAbove = grainOf(cellsAbove, k);
+
+    const Speed plain = atSpeed(flow, depth, flow.normal);
+    const CapacityLanes<Real> above = resolved(depth, plain, grainAbove);
+    const CapacityLanes<Real> fromBelow =
+        isSameGrain(k) ? above : resolved(depth, plain, grainBelow);
+    const CapacityLanes<Real> seenAbove = seenFrom(cellsAbove, a, k, above, flow, plain);
+    const CapacityLanes<Real> seenBelow = seenFrom(cellsBelow, b, k, fromBelow, flow, plain);
+    store(sides.suspendedAbove + k, seenAbove.suspended);
+    store(sides.suspendedBelow + k, seenBelow.suspended);
+    store(sides.discharge + k, flow.normal * flow.depth);
+    store(bed.above + k, seenAbove.bedLoad);
+    store(bed.below + k, seenBelow.bedLoad);
+    if (!step.parameters.velocityCentred) return;
+
+    const Speed reverse = atSpeed(flow, depth, centredNormal(flow, a, count));
+    const CapacityLanes<Real> down =
+        seenFrom(cellsAbove, a, k, resolved(depth, reverse, grainAbove), flow, reverse);
+    store(sides.centredSuspendedAbove + k, down.suspended);
+    store(sides.centredDischargeAbove + k, reverse.normal * flow.depth);
+
+    const Speed forward = atSpeed(flow, depth, centredNormal(flow, b, count));
+    const CapacityLanes<Real> up =
+        seenFrom(cellsBelow, b, k, resolved(depth, forward, grainBelow), flow, forward);
+    store(sides.centredSuspendedBelow + k, up.suspended);
+    store(sides.centredDischargeBelow + k, forward.normal * flow.depth);
+    store(bed.below + k, up.bedLoad);
+  }
+
+  void compute(int count, const SideArrays& sides, const BedLoadArrays& bed) const {
+    for (int k = 0; k < count; k += kCount) computeOne(k, count - k, sides, bed);
+  }
+};
+
+// Grain terms come in patches, so those of the lanes before mostly serve again.
+template <class Real>
+struct GrainMemory {
+  Real d50{};
+  Real d90{};
+  GrainLanes<Real> terms{};
+
+  void recall(Real newD50, Real newD90, const CapacityTerms& p) {
+    using Word = typename Lanes<Real>::Word;
+    using Mask = MaskOf<Real>;
+    const Word differs = (as<Word>(d50) ^ as<Word>(newD50)) | (as<Word>(d90) ^ as<Word>(newD90));
+    if (!anyOf<Real>(as<Mask>(differs))) return;
+    d50 = newD50;
+    d90 = newD90;
+    const Mask ordinary = isOrdinaryGrain(d50, d90);
+    const Real usual = all<Real>(0.0002);
+    terms = grainLanes(ordinary ? d50 : usual, ordinary ? d90 : usual, p);
+  }
+};
+
+// True when any of the cells is active.
+template <class Real>
+bool readCells(const StepData& step, std::ptrdiff_t cell, int count, GrainMemory<Real>& grain,
+               const CellRow<Real>& out) {
+  using Mask = MaskOf<Real>;
+  Mask found{};
+  for (int k = 0; k < count; k += kLanes<Real>) {
+    const Mask active = isOdd<Real>(step.bedCode + cell + k, count - k) &
+                        isOdd<Real>(step.wet + cell + k, count - k);
+    store(out.active + k, active);
+    found |= active;
+    if (!anyOf<Real>(active)) continue;
+
+    const Real d50 = load<Real>(step.d50 + cell + k, count - k);
+    const Real d90 = load<Real>(step.d90 + cell + k, count - k);
+    grain.recall(d50, d90, step.terms);
+    store(out.ordinary + k, isOrdinaryGrain(d50, d90));
+    store(out.stage + k, grain.terms.stage);
+    store(out.suspended + k, grain.terms.suspended);
+    store(out.bedLoad + k, grain.terms.bedLoad);
+    store(out.logGrain + k, grain.terms.logGrain);
+  }
+  return anyOf<Real>(found);
+}
+
+}  // namespace nivaro
