@@ -46,7 +46,7 @@ bool hasFourBeds(const StepInput& in, Cell c) {
   if (c.i >= code.n() || c.j >= code.m()) return false;
   const std::int32_t* row = &code(c.i, c.j);
   const std::int32_t* next = &code(c.i, c.j + 1);
-  return hasMovableBed(row[0]) & hasMovableBed(row[1]) & hasMovableBed(next[0]) &
+  return hasMovableBed(row[0]) && hasMovableBed(row[1]) && hasMovableBed(next[0]) &&
          hasMovableBed(next[1]);
 }
 

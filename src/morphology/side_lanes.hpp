@@ -91,8 +91,10 @@ struct SideRow {
     const double* across = acrossVelocity();
     const Real atBelow = load<Real>(across + b, count);
     const Real atAbove = load<Real>(across + a, count);
-    const Real normal = wetBelow ? load<Real>(normalVelocity() + b - along, count)
-                                 : load<Real>(normalVelocity() + a, count);
+    // Only active cells, which lie in the area, are sure to have a side opposite to this one.
+    const bool fromBelow = anyOf<Real>(wetBelow & load<Mask>(cellsBelow.active + k));
+    const Real opposite = fromBelow ? load<Real>(normalVelocity() + b - along, count) : Real{};
+    const Real normal = wetBelow ? opposite : load<Real>(normalVelocity() + a, count);
     const Real first = wetBelow ? atBelow : atAbove;
     Real other = wetBelow ? atAbove : atBelow;
     if constexpr (axis == Axis::First)
@@ -169,10 +171,10 @@ struct SideRow {
   [[gnu::always_inline]] CapacityLanes<Real> resolved(const DepthLanes<Real>& depth, const Speed& s,
                                                       const GrainLanes<Real>& grain) const {
     const CapacityLanes<Real> q = capacityLanes(depth, s.suspension, s.speed, grain);
-    const Real share = s.normal * s.perSpeed;
+    // In the plain function's order, so that transports at their cap are the same numbers from both.
     const Real none{};
-    return {s.still ? none : q.suspended * share, s.still ? none : q.bedLoad * share,
-            s.still | (s.ordinary & q.ordinary)};
+    return {s.still ? none : q.suspended * s.normal / s.speed,
+            s.still ? none : q.bedLoad * s.normal / s.speed, s.still | (s.ordinary & q.ordinary)};
   }
 
   // What the active cells of a row see; the plain function serves lanes that are not ordinary.

@@ -48,7 +48,7 @@ struct SteepNeighbours {
   bool operator()(int i, int j) const {
     const std::ptrdiff_t row = in.bed.zc.n();
     const double* z = &in.bed.zc(i, j);
-    return (z[0] - z[row] > second) | (z[0] - z[-row] > second) | (z[0] - z[1] > first) |
+    return (z[0] - z[row] > second) || (z[0] - z[-row] > second) || (z[0] - z[1] > first) ||
            (z[0] - z[-1] > first);
   }
 };
