@@ -33,7 +33,7 @@ Domain::Domain(const Shape& shape) : n_(shape.size) {
 
 // Dunes of 50 by 70 cells under eddies of a few hundred, with noise on everything, and islands.
 void Domain::fillCell(const Shape& shape, int i, int j, std::size_t k) {
-  std::mt19937 dice(static_cast<unsigned>(k));
+  std::minstd_rand dice(static_cast<unsigned>(k) + 1);
   const auto within = [&dice](double low, double high) {
     return std::uniform_real_distribution<double>(low, high)(dice);
   };
