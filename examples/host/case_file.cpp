@@ -15,8 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 std::string readName(TomlTable& root) {
-  const std::string name =
-      root.text("name", "letters, digits, - and _; result files begin with it");
+  std::string name = root.text("name", "letters, digits, - and _; result files begin with it");
   const auto isFit = [](unsigned char c) { return std::isalnum(c) || c == '-' || c == '_'; };
   if (!std::all_of(name.begin(), name.end(), isFit))
     root.fail("name", "expected letters, digits, - and _ only, since result files begin with it.");

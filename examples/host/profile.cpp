@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <fstream>
+#include <string_view>
 
 #include "number_format.hpp"
 
@@ -43,9 +44,9 @@ double rms(const std::vector<double>& depths, const std::vector<MeasuredPoint>& 
   return std::sqrt(sum / static_cast<double>(measured.size()));
 }
 
-bool readNumbers(std::string text, double& first, double& second) {
+bool readNumbers(std::string_view text, double& first, double& second) {
   const std::size_t comma = text.find(',');
-  if (comma == std::string::npos) return false;
+  if (comma == std::string_view::npos) return false;
   const auto number = [](std::string_view part, double& value) {
     const std::size_t begin = part.find_first_not_of(" \t");
     if (begin == std::string_view::npos) return false;
@@ -54,8 +55,7 @@ bool readNumbers(std::string text, double& first, double& second) {
     const auto end = std::from_chars(part.data(), part.data() + part.size(), value);
     return end.ec == std::errc() && end.ptr == part.data() + part.size();
   };
-  const std::string_view all = text;
-  return number(all.substr(0, comma), first) && number(all.substr(comma + 1), second);
+  return number(text.substr(0, comma), first) && number(text.substr(comma + 1), second);
 }
 
 }  // namespace

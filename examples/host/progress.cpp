@@ -15,7 +15,7 @@ double secondsBetween(Progress::Clock::time_point a, Progress::Clock::time_point
   return std::chrono::duration<double>(b - a).count();
 }
 
-std::string padded(std::string text, std::size_t width) {
+std::string padded(const std::string& text, std::size_t width) {
   return std::string(width - std::min(width, text.size()), ' ') + text;
 }
 

@@ -1,6 +1,7 @@
 #include "simulation.hpp"
 
 #include <cmath>
+#include <cstdint>
 
 #include "number_format.hpp"
 #include "progress.hpp"
@@ -121,11 +122,14 @@ RunReport runCase(const Case& model, const ModuleLibrary& module, const ResultFo
   for (const double to : model.time.outputHours) {
     // Equal steps that end on the output time, none longer than the case asks for.
     const double seconds = (to - from) * 3600;
-    const double steps = std::ceil(seconds / model.time.morphologyStep - 1e-9);
-    for (double k = 1; k <= steps; ++k) {
-      flow.run(seconds / steps / model.time.acceleration);
-      morphology.step(flow, seconds / steps);
-      progress.show(from + k / steps * (to - from), Progress::Clock::now());
+    const auto steps =
+        static_cast<std::int64_t>(std::ceil(seconds / model.time.morphologyStep - 1e-9));
+    const double step = seconds / static_cast<double>(steps);
+    for (std::int64_t k = 1; k <= steps; ++k) {
+      flow.run(step / model.time.acceleration);
+      morphology.step(flow, step);
+      const double share = static_cast<double>(k) / static_cast<double>(steps);
+      progress.show(from + share * (to - from), Progress::Clock::now());
     }
     recordAt(to);
     from = to;

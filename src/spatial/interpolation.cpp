@@ -127,8 +127,7 @@ Outcome<bool> interpolateElement(double px, double py, std::span<const double> x
   int count = 0;
   for (std::size_t left = 0; left < x.size(); ++left) {
     double value = 0.0;
-    const Outcome<bool> found =
-        interpolateInside(px, py, withoutCorner(left, x, y, z), minX, value);
+    Outcome<bool> found = interpolateInside(px, py, withoutCorner(left, x, y, z), minX, value);
     if (!found) return found;
     if (!found.value()) continue;
     sum += value;

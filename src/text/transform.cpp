@@ -24,7 +24,7 @@ std::string without(std::string_view text, Unwanted unwanted) {
   return result;
 }
 
-std::string orX(std::string name) {
+std::string orX(const std::string& name) {
   return trimmed(name).empty() ? "X" : name;
 }
 
