@@ -96,15 +96,6 @@ ReadStatus Unit::readRecord(std::string_view& record) {
   return ReadStatus::Ok;
 }
 
-ReadStatus Unit::readBytes(std::span<std::byte> bytes) {
-  if (!prepareToRead()) return ReadStatus::Error;
-  const ReadStatus status = readAtLeast(bytes.size());
-  if (status != ReadStatus::Ok) return status;
-  std::copy_n(std::as_bytes(std::span(unread())).begin(), bytes.size(), bytes.begin());
-  next_ += bytes.size();
-  return ReadStatus::Ok;
-}
-
 bool Unit::atEnd() {
   return !prepareToRead() || endMet_ || readAtLeast(1) == ReadStatus::End;
 }

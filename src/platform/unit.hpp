@@ -40,9 +40,6 @@ class Unit {
   // file is skipped. The view holds until the next call.
   ReadStatus readRecord(std::string_view& record);
 
-  // Fills `bytes` from a binary file; End when fewer are left, which are then not consumed.
-  ReadStatus readBytes(std::span<std::byte> bytes);
-
   // No further record is there (also on a unit that is not open for reading). A file that cannot be
   // read is not at its end: the next read tells.
   bool atEnd();
