@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """What only a whole process shows: how a run ends, what stands on the console, what is on the disk.
 
-Usage: process_test.py SCENARIO_HOST
+Usage: process_test.py SCENARIO_HOST RESTART_HOST
 """
 import os
 import pathlib
@@ -13,7 +13,7 @@ import tempfile
 import time
 import unittest
 
-HOST = None
+HOST = RESTART_HOST = None
 HEADER_BYTES = 15 * 4 + 40
 RECORD_BYTES = 4 + 1 + 4 + 30 + 6 * 4
 
@@ -141,7 +141,29 @@ class ProcessTest(unittest.TestCase):
         self.assertTrue(pathlib.Path(self.prefix + ".mlf").exists())
         self.assertFalse((self.folder / "b").exists())
 
+    def restart(self, prefix, steps, *state_in):
+        """State and dataset of a run of the restart host, which goes on from a state or begins."""
+        sand = ("Morphology Fall Velocity == 0.02\nMorphology Current Related Roughness == 0.05\n"
+                "Morphology Reference Level == 0.02\nMorphology Mixing Layer Thickness == 0.02\n"
+                "Set Morphology Bed Limit Elevation == -1.2\n")
+        files = [self.write("1.mcf", sand), self.write("2.mcf", sand + "Slump Slope == 3\n")]
+        state = self.folder / (prefix + ".state")
+        run = subprocess.run([RESTART_HOST, self.folder / prefix, *files, str(steps), state,
+                              *state_in], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                             text=True, timeout=60)
+        self.assertEqual(run.returncode, 0, run.stdout)
+        return state, (self.folder / (prefix + "_morDH.dat")).read_bytes()[100:-4]
+
+    def test_restored_run_goes_on_bit_for_bit(self):
+        whole, records = self.restart("whole", 12)
+        first, first_records = self.restart("first", 6)
+        second, second_records = self.restart("second", 6, first)
+        self.assertEqual(second.read_bytes(), whole.read_bytes())
+        self.assertEqual(first_records + second_records, records)
+        self.assertNotEqual(first.read_bytes(), whole.read_bytes())
+
 
 if __name__ == "__main__":
     HOST = os.path.abspath(sys.argv.pop(1))
+    RESTART_HOST = os.path.abspath(sys.argv.pop(1))
     unittest.main()
