@@ -43,6 +43,7 @@ module nivaro_morphology
 
   ! The message record that host and module share, all zero at load. A host fills lines and details
   ! with set_message_text and calls dmessagexy or dmessage; it may set the fields marked [host].
+  ! Linkers of Windows make a second block of it; docs/host-guide.md says what to do there.
   ! Texts are arrays of characters; codes of 0 in them count as blanks.
   type, bind(C) :: nivaro_messages
     integer(c_int32_t) :: log_unit ! unit of the log; no log output while it is 0 or less
@@ -918,7 +919,8 @@ contains
   !   table_extension            has the layer's name with this extension of 4 characters, '.tab'
   !   save_date_error            ask for a new export of a layer older than its table, not just warn
   !   check_layer_prefix         path and start of the name of the files of qvmor_wrmiff
-  !   check_layer_header_source  CoordSys line of that layer; blank: plain metres
+  !   check_layer_header_source  CoordSys line of that layer; blank: plain metres, after a
+  !                              warning that waits for Enter
   !   host_projection            CoordSys line that input layers must have, in upper case, without
   !                              blanks and quotes; blank: anything goes
   !   projection_error           a layer with another one ends the run instead of a warning
@@ -975,8 +977,8 @@ contains
   !   n, m                        the domain's dimensions, as for qvmor_setup_s2
   !   first_, second_row_bound    last elements that the rows of a cell table may set
   !   first_, second_row_offset   index i in such a row means element i - offset + 2
-  !   first_, second_object_bound cells along each index that a layer's objects may reach, counted
-  !                               from element 3 on: n - 2 and m - 2 reach to the grid's end
+  !   first_, second_object_bound cells along each index that a layer's points and lines may reach,
+  !                               counted from element 3 on: n - 2 and m - 2 reach the grid's end
   !   dx, dy                      m, cell sizes along local x (second index), local y (first index)
   !   angle                       radians, direction of local x, counter-clockwise from east
   !   x0, y0                      m, the grid's origin: lower corner of element (3, 3)
