@@ -1,10 +1,12 @@
 # One interface target carries what every target is compiled with. Fused multiply-add is off so that
-# results do not depend on whether the machine has it.
+# results do not depend on whether the machine has it. Unique symbols are off because they stay global
+# whatever is done to them, and no variable here is shared with another library.
 add_library(nivaro_options INTERFACE)
 target_include_directories(nivaro_options INTERFACE ${PROJECT_SOURCE_DIR}/src
                                                     ${PROJECT_SOURCE_DIR}/include)
 target_compile_options(nivaro_options INTERFACE
   $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off>
+  $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>
   $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<BOOL:${NIVARO_WARNINGS_AS_ERRORS}>>:-Werror>)
 
 # A floor of the library: one folder of src/, linked with the floors below it. The floors are the

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Compares the names that leave the library in four places: version script, module definition file,
-public header, and the dynamic symbols of the built library.
+"""Compares the names that leave the library in all places: version script, module definition file,
+public header, and the symbols that each built library shows.
 
-Usage: check_exports.py LIBRARY
+Usage: check_exports.py LIBRARY...    shared (.so) or static (.a)
 """
 import pathlib
 import re
@@ -16,10 +16,12 @@ def names_in(pattern, path):
     return re.findall(pattern, (ROOT / path).read_text(encoding="utf-8"), re.M)
 
 
-def dynamic_symbols(library):
-    listing = subprocess.run(["nm", "-D", "--defined-only", library], check=True,
+def shown_symbols(library):
+    table = "--extern-only" if library.endswith(".a") else "--dynamic"
+    listing = subprocess.run(["nm", table, "--defined-only", library], check=True,
                              capture_output=True, text=True).stdout
-    return [line.split()[-1].split("@")[0] for line in listing.splitlines()]
+    rows = [line.split() for line in listing.splitlines()]
+    return [row[2].split("@")[0] for row in rows if len(row) == 3]
 
 
 def main():
@@ -28,8 +30,8 @@ def main():
         "definition file": names_in(r"^  ([A-Z]\w*)(?: DATA)?$", "src/exports/exports.def"),
         "public header": names_in(r"^(?:extern )?NIVARO_API [\w ]+?\b([A-Z][A-Z0-9_]+)[;(]",
                                   "include/nivaro_morphology.h"),
-        "built library": dynamic_symbols(sys.argv[1]),
     }
+    lists |= {library: shown_symbols(library) for library in sys.argv[1:]}
     everything = set().union(*lists.values())
     errors = 0
     for place, names in lists.items():

@@ -27,5 +27,7 @@ install_missing() {
 BUILD_PACKAGES=(g++ cmake ninja-build)
 EXAMPLE_PACKAGES=(libtomlplusplus-dev libcli11-dev gnuplot-nox)
 TEST_PACKAGES=(libgtest-dev libgmock-dev gfortran clang-14 clang-format-14 clang-tidy-14
-  libclang-rt-14-dev python3 gdal-bin shapelib libxml2-utils)
+  libclang-rt-14-dev python3 gdal-bin shapelib libxml2-utils
+  dpkg-dev file pkgconf)
+DOC_PACKAGES=(doxygen)
 BENCH_PACKAGES=(libbenchmark-dev gdal-bin python3)

@@ -1,0 +1,29 @@
+# find_package(NivaroMorphology 1.0 CONFIG [COMPONENTS shared static]): the targets
+# NivaroMorphology::shared and NivaroMorphology::static, and NivaroMorphology::NivaroMorphology, which
+# is the shared library where that was asked for. Without components: all that are installed.
+set(components ${NivaroMorphology_FIND_COMPONENTS})
+if(NOT components)
+  set(components shared static)
+endif()
+
+foreach(component IN LISTS components)
+  set(targets_file ${CMAKE_CURRENT_LIST_DIR}/NivaroMorphology-${component}.cmake)
+  if(EXISTS ${targets_file})
+    include(${targets_file})
+    set(NivaroMorphology_${component}_FOUND TRUE)
+  elseif(NivaroMorphology_FIND_REQUIRED_${component})
+    set(NivaroMorphology_FOUND FALSE)
+    set(NivaroMorphology_NOT_FOUND_MESSAGE "NivaroMorphology has no component \"${component}\" here")
+  endif()
+endforeach()
+
+if(NOT TARGET NivaroMorphology::NivaroMorphology)
+  add_library(NivaroMorphology::NivaroMorphology INTERFACE IMPORTED)
+  foreach(component shared static)
+    if(TARGET NivaroMorphology::${component})
+      set_property(TARGET NivaroMorphology::NivaroMorphology PROPERTY
+                   INTERFACE_LINK_LIBRARIES NivaroMorphology::${component})
+      break()
+    endif()
+  endforeach()
+endif()
