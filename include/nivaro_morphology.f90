@@ -41,6 +41,8 @@ module nivaro_morphology
   ! Kind of the logical arrays: 4 bytes, of which the lowest bit counts.
   integer, parameter :: nivaro_logical = 4
 
+  private :: as_word, is_true
+
   ! The message record that host and module share, all zero at load. A host fills lines and details
   ! with set_message_text and calls dmessagexy or dmessage; it may set the fields marked [host].
   ! Linkers of Windows make a second block of it; docs/host-guide.md says what to do there.
@@ -136,6 +138,8 @@ module nivaro_morphology
     end subroutine
 
     ! ---- Geometry --------------------------------------------------------------------------------
+    ! Points and lines in the plane; lengths below 1e-6 are zero. A name ending in _8 gives the same
+    ! as its partner. More of the family stands below.
 
     ! Distance of two points; 0 when they are closer than 1e-6 along both axes.
     function distance(x1, y1, x2, y2) result(outcome) bind(C, name='DISTANCE')
@@ -1281,9 +1285,9 @@ contains
 
   ! ---- Values from text --------------------------------------------------------------------------
 
-  ! Item column of the comma-separated list behind key and "=". lowered_line is the line in lower
-  ! case. A missing item gives the default (a blank text); one that does not convert, and a key
-  ! without "=", end the run.
+  ! The item at this column of the comma-separated list behind the key and "=". lowered_line is the
+  ! line in lower case. A missing item gives the default (a blank text); one that does not convert,
+  ! and a key without "=", end the run.
   function extractinteger(line, lowered_line, key, column, default_value) result(outcome)
     integer(c_int32_t), intent(in) :: column, default_value
     character(*), intent(in) :: line, lowered_line, key
@@ -1399,7 +1403,7 @@ contains
     call abi_ainteger8(outcome, len(outcome, c_int64_t), value)
   end function
 
-  ! PREC0: padded with zeros to digits digits (AREALDPREC0: width columns) when not negative.
+  ! PREC0: padded with zeros to that many digits (AREALDPREC0: columns) when not negative.
   function aintegerprec0(value, digits) result(outcome)
     integer(c_int32_t), intent(in) :: value, digits
     character(20) :: outcome
