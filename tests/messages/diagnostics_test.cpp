@@ -1,47 +1,27 @@
 #include "messages/diagnostics.hpp"
 
-#include <gtest/gtest.h>
-
-#include <memory>
-
-#include "support/test_process.hpp"
+#include "support/test_module.hpp"
 
 namespace nivaro {
 namespace {
 
-struct DiagnosticsTest : testing::Test {
-  test::ScriptedConsole console;
-  test::RecordingProcess process;
-  std::unique_ptr<MessageRecord> record = std::make_unique<MessageRecord>();
-  UnitTable units;
-  Termination termination{console, process};
-  MessageWriter messages{console, units, *record};
-  Diagnostics diagnostics{console, messages, termination};
-};
+using DiagnosticsTest = test::ModuleTest;
 
-TEST_F(DiagnosticsTest, FatalReportIsWrittenAndEndsTheRun) {
-  EXPECT_THROW(diagnostics.fatal({.line1 = "ERROR 0010 - a", .detail1 = "where"}),
-               test::ProcessEnded);
-
+TEST_F(DiagnosticsTest, FatalReportIsWrittenAndEndsTheRunButAValueIsGiven) {
+  EXPECT_EQ(module.diagnostics.valueOf(Outcome<int>(7)), 7);
+  const Outcome<int> failed(Report{.line1 = "ERROR 0010 - a", .detail1 = "where"});
+  EXPECT_THROW(module.diagnostics.valueOf(failed), test::ProcessEnded);
   EXPECT_TRUE(console.output.starts_with("\nNoXY: ERROR 0010 - a\nwhere\n")) << console.output;
 }
 
-TEST_F(DiagnosticsTest, ValueOfGivesTheValueOrEndsTheRun) {
-  EXPECT_EQ(diagnostics.valueOf(Outcome<int>(7)), 7);
-  EXPECT_THROW(diagnostics.valueOf(Outcome<int>(Report{.line1 = "ERROR - x"})), test::ProcessEnded);
-}
-
 TEST_F(DiagnosticsTest, FailedWriteEndsTheRunAndNamesTheFile) {
-  ASSERT_EQ(
-      units.open(50, "/dev/full",
-                 {.status = OpenOptions::Status::Unknown, .action = OpenOptions::Action::Write}),
-      "");
-  units.find(50)->writeRecord("lost");
-  diagnostics.requireWritten(units.find(50), "run.dat");  // still in the buffer
-  units.find(50)->flush();
+  Unit* full = module.files.find(module.files.openFile("/dev/full", "O ", 1));
+  full->writeRecord("lost");
+  module.diagnostics.requireWritten(full, "run.dat");  // still in the buffer
+  full->flush();
 
-  EXPECT_THROW(diagnostics.requireWritten(units.find(50), "run.dat"), test::ProcessEnded);
-  EXPECT_NE(console.output.find("ERROR - Could not write file \"run.dat\""), std::string::npos);
+  EXPECT_THROW(module.diagnostics.requireWritten(full, "run.dat"), test::ProcessEnded);
+  EXPECT_TRUE(shown("ERROR - Could not write file \"run.dat\""));
 }
 
 }  // namespace

@@ -1,14 +1,10 @@
 #include "messages/mif_layer_opener.hpp"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <filesystem>
 #include <functional>
-#include <memory>
 
-#include "support/temp_folder.hpp"
-#include "support/test_process.hpp"
+#include "support/test_module.hpp"
 
 namespace nivaro {
 namespace {
@@ -16,40 +12,16 @@ namespace {
 constexpr const char* kHeader =
     "Version 300\nCoordSys Earth Projection 8, 33, \"m\"\nColumns 1\n  v Float\nData\n\n";
 
-// Someone at the console who does something before each Enter.
-class Modeller final : public Console {
- public:
-  explicit Modeller(std::function<void()> work) : work_(std::move(work)) {}
-  void line(std::string_view text) override { output.append(text).append("\n"); }
-  void open(std::string_view text) override { output += text; }
-  bool readLine(std::string&) override {
-    work_();
-    return true;
-  }
-
-  std::string output;
-
- private:
-  std::function<void()> work_;
-};
-
-class LayerOpener : public testing::Test {
- protected:
-  void SetUp() override {
-    files.initFileUnits(2000);
-    log = files.openFile(folder.path("run.mlf"), "O ", 1);
+struct LayerOpener : test::ModuleTest {
+  LayerOpener() {
     workspace.open(folder.path("run_mor.wor"), "Run_01");
-    writeLayer("sand");
+    folder.write("sand.mif", kHeader);
+    folder.write("sand.mid", "1\n");
     console.output.clear();
   }
 
-  void writeLayer(const std::string& name) const {
-    folder.write(name + ".mif", kHeader);
-    folder.write(name + ".mid", "1\n");
-  }
-
   LayerUnits open(std::string_view name, LayerFiles kind = LayerFiles::Pair) {
-    return opener.openInput(folder.path(name), kind, log);
+    return opener.openInput(folder.path(name), kind, module.logUnit);
   }
 
   // Saved `seconds` after a fixed time.
@@ -58,7 +30,13 @@ class LayerOpener : public testing::Test {
     std::filesystem::last_write_time(folder.path(name), base + std::chrono::seconds(seconds));
   }
 
-  bool shown(std::string_view text) const { return console.output.find(text) != std::string::npos; }
+  // A table saved long after its layer, where that is an error.
+  void makeOld() {
+    settings = {.checkSaveDate = true, .tableExtension = ".tab", .saveDateIsError = true};
+    folder.write("sand.tab", "");
+    save("sand.tab", 10);
+    save("sand.mid", 0);
+  }
 
   std::string entries() const {
     const std::string text = folder.read("run_mor.wor");
@@ -69,26 +47,17 @@ class LayerOpener : public testing::Test {
     return "Open Table \"" + folder.path(name) + "\"\n";
   }
 
-  test::ScriptedConsole console;
-  test::RecordingProcess process;
-  std::unique_ptr<MessageRecord> record = std::make_unique<MessageRecord>();
-  UnitTable units;
-  Termination termination{console, process};
-  FileUnits files{console, process, units, termination};
-  MessageWriter messages{console, units, *record};
-  Diagnostics diagnostics{console, messages, termination};
-  WorkspaceList workspace{files, diagnostics};
-  GisSettings settings;
-  MifLayerOpener opener{files, diagnostics, termination, workspace, settings};
-  test::TempFolder folder;
-  std::int32_t log = 0;
+  FileUnits& files = module.files;
+  WorkspaceList& workspace = module.workspace;
+  GisSettings& settings = module.gisSettings;
+  MifLayerOpener& opener = module.layerOpener;
 };
 
 TEST_F(LayerOpener, EitherFileOrNoExtensionNamesThePairWhichIsEnteredOnce) {
   for (const char* name : {"sand.MIF", "sand.mid", "sand", "  sand.Mid"}) {
     LayerUnits layer = opener.openInput(
         std::string(name).replace(std::string(name).find("sand"), 0, folder.path("")),
-        LayerFiles::Pair, log);
+        LayerFiles::Pair, module.logUnit);
     EXPECT_EQ(files.find(layer.mif)->path(), folder.path("sand.mif")) << name;
     EXPECT_EQ(files.find(layer.data)->path(), folder.path("sand.mid")) << name;
     opener.close(layer);
@@ -126,12 +95,14 @@ TEST_F(LayerOpener, OutputGetsNoChecksAndNoEntry) {
   EXPECT_FALSE(shown("Checking"));
 }
 
-TEST_F(LayerOpener, SameProjectionPassesHoweverItIsWritten) {
+TEST_F(LayerOpener, SameOrNoProjectionPassesHoweverItIsWritten) {
   settings = {.hostProjection = "COORDSYSEARTHPROJECTION8,33,M   ", .projectionIsError = true};
   folder.write("sand.mif",
                "VERSION 450\n\tCOORDSYS earth  PROJECTION\t8,33, 'm'\nColumns 1\nData\n");
 
   const LayerUnits layer = open("sand");
+  settings.hostProjection = " \t  ";
+  open("sand");  // asks nothing
 
   EXPECT_FALSE(shown("0305"));
   std::string_view first;
@@ -158,12 +129,6 @@ TEST_F(LayerOpener, OtherProjectionWarnsOrEndsTheRun) {
   EXPECT_TRUE(shown("It has no CoordSys line."));
 }
 
-TEST_F(LayerOpener, BlankHostProjectionAsksNothing) {
-  settings = {.hostProjection = " \t  ", .projectionIsError = true};
-  open("sand");
-  EXPECT_FALSE(shown("0305"));
-}
-
 TEST_F(LayerOpener, LayerAsOldAsItsTableIsFine) {
   settings = {.checkSaveDate = true, .tableExtension = ".tab", .saveDateIsError = true};
   folder.write("SAND.Tab", "");
@@ -182,9 +147,8 @@ TEST_F(LayerOpener, LayerAsOldAsItsTableIsFine) {
 }
 
 TEST_F(LayerOpener, OldLayerWarns) {
-  settings = {.checkSaveDate = true, .tableExtension = ".tab"};
-  folder.write("sand.tab", "");
-  save("sand.tab", 10);
+  makeOld();
+  settings.saveDateIsError = false;
   save("sand.mid", 9);
 
   const LayerUnits layer = open("sand");
@@ -192,47 +156,55 @@ TEST_F(LayerOpener, OldLayerWarns) {
   const std::string warning = "WARNING 0004 - Save date of \"" + folder.path("sand.tab") +
                               "\" file is later than that of \"" + folder.path("sand.mid") + "\"\n";
   EXPECT_TRUE(shown("...NOT OK\n" + warning)) << console.output;
-  EXPECT_EQ(folder.read("run.mlf"), warning);
+  EXPECT_EQ(log(), warning);
   EXPECT_NE(files.find(layer.mif), nullptr);
 }
 
+// Someone at the console who does something before each Enter.
+struct Modeller final : Console {
+  explicit Modeller(std::function<void()> done) : work(std::move(done)) {}
+  void line(std::string_view text) override { output.append(text).append("\n"); }
+  void open(std::string_view text) override { output += text; }
+  bool readLine(std::string&) override {
+    work();
+    return true;
+  }
+  std::function<void()> work;
+  std::string output;
+};
+
 TEST_F(LayerOpener, OldLayerAsAnErrorIsOpenedAgainUntilItIsExported) {
-  settings = {.checkSaveDate = true, .tableExtension = ".tab", .saveDateIsError = true};
-  folder.write("sand.tab", "");
-  save("sand.tab", 10);
-  save("sand.mid", 0);
+  makeOld();
   int pauses = 0;
   Modeller modeller([&] {
     if (++pauses == 2) save("sand.mid", 20);
   });
-  Diagnostics spoken(modeller, messages, termination);
-  MifLayerOpener atConsole(files, spoken, termination, workspace, settings);
+  Diagnostics spoken(modeller, module.messages, module.termination);
+  MifLayerOpener atConsole(files, spoken, module.termination, workspace, settings);
 
-  const LayerUnits layer = atConsole.openInput(folder.path("sand"), LayerFiles::Pair, log);
+  const LayerUnits layer =
+      atConsole.openInput(folder.path("sand"), LayerFiles::Pair, module.logUnit);
 
   EXPECT_EQ(pauses, 2);
-  EXPECT_NE(modeller.output.find("NOT OK\nERROR 0004 - Save date of \""), std::string::npos);
-  EXPECT_NE(modeller.output.find("Re-export mif file and press Enter, or close window.\nChecking"),
-            std::string::npos)
-      << modeller.output;
+  EXPECT_THAT(
+      modeller.output,
+      testing::AllOf(
+          testing::HasSubstr("NOT OK\nERROR 0004 - Save date of \""),
+          testing::HasSubstr("Re-export mif file and press Enter, or close window.\nChecking")));
   EXPECT_EQ(layer.mif, 2003) << "the files of the first attempts are closed";
   EXPECT_EQ(entries(), entry("sand"));
 }
 
 TEST_F(LayerOpener, ExportThatNobodyCanConfirmEndsTheRun) {
-  settings = {.checkSaveDate = true, .tableExtension = ".tab", .saveDateIsError = true};
-  folder.write("sand.tab", "");
-  save("sand.tab", 10);
-  save("sand.mid", 0);
-
+  makeOld();
   EXPECT_THROW(open("sand"), test::ProcessEnded);
   EXPECT_TRUE(shown("Standard input has ended, so nobody can answer: Re-export mif file"));
 }
 
 TEST_F(LayerOpener, LayerWithoutADateWarnsOrEndsTheRun) {
-  SaveDateCheck check(files, diagnostics, termination);
+  SaveDateCheck check(files, module.diagnostics, module.termination);
   LayerUnits layer;
-  EXPECT_TRUE(check.run({.layer = "gone.mid", .table = "a.tab", .logUnit = log}, layer));
+  EXPECT_TRUE(check.run({.layer = "gone.mid", .table = "a.tab", .logUnit = module.logUnit}, layer));
   EXPECT_TRUE(
       shown("Checking save date is later than that of a.tab...NOT OK\n"
             "WARNING 0004 - Could not access save date of \"gone.mid\" to check with "
@@ -240,7 +212,8 @@ TEST_F(LayerOpener, LayerWithoutADateWarnsOrEndsTheRun) {
       << console.output;
 
   EXPECT_THROW(
-      check.run({.layer = "gone.mid", .table = "a.tab", .isError = true, .logUnit = log}, layer),
+      check.run({.layer = "gone.mid", .table = "a.tab", .isError = true, .logUnit = module.logUnit},
+                layer),
       test::ProcessEnded);
   EXPECT_TRUE(
       shown("\"a.tab\"\n\nNOTE - If using NIVARO.exe, use CHECK MI SAVE DATE == WARNING or "
@@ -250,25 +223,25 @@ TEST_F(LayerOpener, LayerWithoutADateWarnsOrEndsTheRun) {
 TEST_F(LayerOpener, ThousandthLayerTakesTheLastPlaceWithAWarning) {
   const std::string warning =
       "WARNING 0317 - Exceeded limit of input layers for MI workspace (.wor may not be complete)\n";
-  for (int layer = 1; layer < 1000; ++layer) workspace.enter(std::to_string(layer), log);
+  for (int layer = 1; layer < 1000; ++layer) workspace.enter(std::to_string(layer), module.logUnit);
   EXPECT_FALSE(shown("0317"));
 
-  workspace.enter("1000", log);
+  workspace.enter("1000", module.logUnit);
   EXPECT_EQ(console.output, warning);
-  workspace.enter("1001", log);
-  workspace.enter("1000", log);  // forgotten for the one after it
-  EXPECT_EQ(folder.read("run.mlf"), warning + warning + warning);
+  workspace.enter("1001", module.logUnit);
+  workspace.enter("1000", module.logUnit);  // forgotten for the one after it
+  EXPECT_EQ(log(), warning + warning + warning);
 
   console.output.clear();
-  workspace.enter("999", log);
-  workspace.enter("1000", log);
+  workspace.enter("999", module.logUnit);
+  workspace.enter("1000", module.logUnit);
   EXPECT_EQ(console.output, "");
   EXPECT_TRUE(
       entries().ends_with("Open Table \"999\"\nOpen Table \"1000\"\nOpen Table "
                           "\"1001\"\nOpen Table \"1000\"\n"));
 
   workspace.close();
-  workspace.enter("after the last domain", log);
+  workspace.enter("after the last domain", module.logUnit);
   EXPECT_EQ(entries().find("after"), std::string::npos);
 }
 

@@ -26,6 +26,8 @@ class ScriptedConsole final : public Console {
     return true;
   }
 
+  bool shows(std::string_view text) const { return output.find(text) != std::string::npos; }
+
   std::string output;
   std::deque<std::string> answers;
 };
@@ -38,5 +40,16 @@ class RecordingProcess final : public Process {
  public:
   [[noreturn]] void end(int exitCode) override { throw ProcessEnded{exitCode}; }
 };
+
+// The exit code of an action that ends the run; -1 when it does not.
+template <typename Action>
+int exitCodeOf(Action action) {
+  try {
+    action();
+    return -1;
+  } catch (const ProcessEnded& ended) {
+    return ended.exitCode;
+  }
+}
 
 }  // namespace nivaro::test

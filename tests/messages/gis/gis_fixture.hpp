@@ -1,33 +1,20 @@
 // A layer table with real files in a folder of its own, and objects of every kind.
 #pragma once
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 
-#include "files/file_units.hpp"
-#include "files/termination.hpp"
 #include "messages/gis/layer_table.hpp"
-#include "platform/unit_table.hpp"
-#include "support/temp_folder.hpp"
-#include "support/test_process.hpp"
+#include "support/test_module.hpp"
 
 namespace nivaro::gis::test {
 
-class GisTest : public testing::Test {
+class GisTest : public nivaro::test::ModuleTest {
  protected:
   GisTest() {
     files.initFileUnits(2000);
     console.answers.push_back("");  // to "Press Enter to Close"
-    termination.addHook([this] { layers.gisCloseAll(); });
-    termination.addHook([this] {
-      ++poolClosings;
-      files.closeAllAtExit();
-    });
   }
 
   LayerSettings settingsFor(LayerFormat format, std::string_view name) const {
@@ -61,14 +48,8 @@ class GisTest : public testing::Test {
     std::filesystem::create_symlink("/dev/full", folder.path(name));
   }
 
-  nivaro::test::TempFolder folder;
-  nivaro::test::ScriptedConsole console;
-  nivaro::test::RecordingProcess process;
-  UnitTable units;
-  Termination termination{console, process};
-  FileUnits files{console, process, units, termination};
-  LayerTable layers{console, files, termination};
-  int poolClosings = 0;
+  FileUnits& files = module.files;
+  LayerTable& layers = module.gisLayers;
 };
 
 inline Object objectOf(ObjectKind kind, std::vector<Vertex> vertices,
@@ -89,23 +70,12 @@ inline const Object kNullObject = objectOf(ObjectKind::None, {});
 // A square of 10 with a square hole of 2 in its middle, both counter-clockwise, and an island of
 // half a unit in the hole: three closed rings of five vertices.
 inline Object ringedRegion() {
-  return objectOf(ObjectKind::Region,
-                  {{0, 0},
-                   {10, 0},
-                   {10, 10},
-                   {0, 10},
-                   {0, 0},  //
-                   {4, 4},
-                   {6, 4},
-                   {6, 6},
-                   {4, 6},
-                   {4, 4},  //
-                   {5, 5},
-                   {5.5, 5},
-                   {5.5, 5.5},
-                   {5, 5.5},
-                   {5, 5}},
-                  {1, 6, 11});
+  std::vector<Vertex> vertices;
+  for (const auto& [low, high] : {std::pair(0.0, 10.0), {4.0, 6.0}, {5.0, 5.5}})
+    for (const auto& [x, y] :
+         {std::pair(low, low), {high, low}, {high, high}, {low, high}, {low, low}})
+      vertices.push_back({x, y});
+  return objectOf(ObjectKind::Region, vertices, {1, 6, 11});
 }
 
 }  // namespace nivaro::gis::test

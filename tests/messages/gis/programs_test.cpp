@@ -131,6 +131,7 @@ TEST_F(Programs, GdalReadsMultipointsAndProjectionOfAShapefileLayer) {
   write(layer, objectOf(ObjectKind::Multipoint, {{1, 2}, {3, 4}}), kAttributes);
   write(layer, pointAt(5, 6), kAttributes);
 
+  EXPECT_EQ(folder.read("a_R.prj"), wanted.projection + "\n");
   EXPECT_EQ(featuresOf("a_P.shp"), "WKT,Message,Link\n" + csvRow("MULTIPOINT ((1 2),(3 4))") +
                                        csvRow("MULTIPOINT ((5 6))"));
   EXPECT_THAT(summaryOf("a_P.shp"),
