@@ -1,14 +1,11 @@
 #include "control/spatial_command.hpp"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <numbers>
 #include <vector>
 
 #include "files/path.hpp"
 #include "interface/entry_points.hpp"
-#include "support/temp_folder.hpp"
 #include "support/test_module.hpp"
 
 namespace nivaro {
@@ -18,45 +15,32 @@ constexpr double kUntouched = 0.00016;  // the default of D50
 
 // A grid of 4 cells along the first index by 3 along the second, 10 m each, in fields of 8 x 7 with
 // two elements around; between two guards of 100 elements that nothing may write.
-class SpatialCommand : public testing::Test {
- protected:
+struct SpatialCommand : test::ModuleTest {
   static constexpr int kN = 8;
   static constexpr int kM = 7;
   static constexpr std::int32_t kFirst = 101;
 
-  void SetUp() override {
-    t.module.files.initFileUnits(2000);
-    t.module.logUnit = t.module.files.openFile(folder.path("run.mlf"), "O ", 1);
-    t.module.record.log_unit = t.module.logUnit;
-    reserve(true);
-    grid = {
-        .frame =
-            {.x0 = 100.0, .y0 = 200.0, .dx = 10.0, .dy = 10.0, .firstBound = 4, .secondBound = 3},
-        .firstRowBound = 6,
-        .secondRowBound = 5,
-        .firstRowOffset = 0,
-        .secondRowOffset = 0};
-  }
+  SpatialCommand() { reserve(true); }
 
   void reserve(bool active) {
     std::int32_t nextReal = kFirst;
     std::int32_t nextInteger = kFirst;
-    t.module.fields.reserve(1, active, kN, kM, nextReal, nextInteger);
+    module.fields.reserve(1, active, kN, kM, nextReal, nextInteger);
     real.assign(static_cast<std::size_t>(nextReal + 99), -1.0);
     integer.assign(static_cast<std::size_t>(nextInteger + 99), -1);
-    t.console.output.clear();
+    console.output.clear();
   }
 
   void read(std::string_view controlLines) {
-    t.console.output.clear();
+    console.output.clear();
     const std::string path = folder.write("run.mcf", controlLines);
-    readControlFile(t.module, {.controlFile = path,
-                               .domain = 1,
-                               .lastDomain = 2,
-                               .n = kN,
-                               .m = kM,
-                               .grid = grid,
-                               .work = {real.data(), integer.data()}});
+    readControlFile(module, {.controlFile = path,
+                             .domain = 1,
+                             .lastDomain = 2,
+                             .n = kN,
+                             .m = kM,
+                             .grid = grid,
+                             .work = {real.data(), integer.data()}});
   }
 
   void writeLayer(const std::string& objects, const std::string& records) const {
@@ -92,13 +76,11 @@ class SpatialCommand : public testing::Test {
     return count;
   }
 
-  bool shown(std::string_view text) const {
-    return t.console.output.find(text) != std::string::npos;
-  }
-
-  test::TempFolder folder;
-  test::TestModule t;
-  GridDescription grid;
+  GridDescription grid{
+      .frame =
+          {.x0 = 100.0, .y0 = 200.0, .dx = 10.0, .dy = 10.0, .firstBound = 4, .secondBound = 3},
+      .firstRowBound = 6,
+      .secondRowBound = 5};
   std::vector<double> real;
   std::vector<std::int32_t> integer;
 };
@@ -118,8 +100,8 @@ TEST_F(SpatialCommand, LayerObjectsGiveTheirValuesToTheCells) {
   for (int i = 3; i <= 6; ++i) EXPECT_EQ(d50(i, 4), 0.003);
   EXPECT_EQ(cellsSet(), 7);
   const std::string name = addFolderName("my layer");
-  EXPECT_TRUE(shown("\n\nMorphology D50 spatially set using " + name + "\n")) << t.console.output;
-  EXPECT_TRUE(folder.read("run.mlf").starts_with("\nMorphology D50 spatially set using " + name));
+  EXPECT_TRUE(shown("\n\nMorphology D50 spatially set using " + name + "\n")) << console.output;
+  EXPECT_TRUE(log().starts_with("\nMorphology D50 spatially set using " + name));
   EXPECT_TRUE(
       shown("...MIF REGION (     6 vertices /  1 polygons) assigned 0.001 to     2 cells\n"));
   EXPECT_TRUE(shown("...Closed File Unit:2003\n...Closed File Unit:2004\n")) << "both files";
@@ -141,19 +123,6 @@ TEST_F(SpatialCommand, RegionsAddWhereTheCommandSaysSo) {
 
   EXPECT_EQ(d50(4, 3), 13.0);
   EXPECT_EQ(d50(3, 3), 9.0) << "points set";
-}
-
-TEST_F(SpatialCommand, BadLayersEndTheRunAndNameFileAndRecord) {
-  for (const auto& [record, found] : {std::pair{",1\n", "is not a number: ,1"},
-                                      {"\"1\",2\n", "is not a number: \"1\",2"},
-                                      {"sand\n", "is not a number: sand"}}) {
-    writeLayer("Point 105 205\nPoint 115 205\n", std::string("1\n") + record);
-    EXPECT_THROW(read("Read MI Morphology D50 == my layer\n"), test::ProcessEnded);
-    EXPECT_TRUE(shown("\n\nNoXY: ERROR - Reading MID file.\nRecord 2 of file \"" +
-                      folder.path("my layer.mid")))
-        << t.console.output;
-    EXPECT_TRUE(shown(found)) << t.console.output;
-  }
 }
 
 TEST_F(SpatialCommand, TableRowsSetCellsAndLaterRowsWin) {
@@ -188,8 +157,8 @@ TEST_F(SpatialCommand, TableRowsOutsideTheGridAreSkippedWithOneWarning) {
       "\nNoXY: WARNING - Some/all values from last Read MID command are outside the 2D grid.\n"
       "5 of the rows, the first of them row 1, of file \"" +
       folder.path("cells.mid")))
-      << t.console.output;
-  EXPECT_EQ(t.module.parameters.ofDomain(1).slumpSlope, 2.0) << "the run goes on";
+      << console.output;
+  EXPECT_EQ(module.parameters.ofDomain(1).slumpSlope, 2.0) << "the run goes on";
 }
 
 TEST_F(SpatialCommand, EmptyTableChangesNothing) {
@@ -207,7 +176,7 @@ TEST_F(SpatialCommand, RowsThatCannotBeReadEndTheRun) {
     EXPECT_THROW(read("Read MID Morphology D50 == cells.mid\n"), test::ProcessEnded);
     EXPECT_TRUE(shown("\n\nNoXY: ERROR - Reading line 2 of .mid file\nFile \"" +
                       folder.path("cells.mid") + "\"\nNot two integers and a number: " + row))
-        << t.console.output;
+        << console.output;
   }
 }
 

@@ -1,6 +1,5 @@
 #include "files/termination.hpp"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -14,11 +13,7 @@ namespace {
 class TerminationTest : public testing::Test {
  protected:
   int exitCode() {
-    try {
-      termination.exits();
-    } catch (const test::ProcessEnded& ended) {
-      return ended.exitCode;
-    }
+    return test::exitCodeOf([&] { termination.exits(); });
   }
 
   test::ScriptedConsole console;
@@ -26,23 +21,18 @@ class TerminationTest : public testing::Test {
   Termination termination{console, process};
 };
 
-TEST_F(TerminationTest, EndsWithoutAPromptBeforeTheStart) {
-  console.answers = {"not asked for"};
+TEST_F(TerminationTest, WaitsForEnterOnceStartedUnlessNobodyCanPressIt) {
+  console.answers = {"", "left"};
   EXPECT_EQ(exitCode(), 0);
   EXPECT_EQ(console.output, "\nPROCESS EXITING WITHOUT PROMPT\n\n");
-  EXPECT_EQ(console.answers.size(), 1u);
-}
+  EXPECT_EQ(console.answers.size(), 2u);
 
-TEST_F(TerminationTest, WaitsForEnterOnceStarted) {
   termination.switchOnPromptAndExitCode();
-  console.answers = {"", "left"};
+  console.output.clear();
   EXPECT_EQ(exitCode(), 1);
   EXPECT_EQ(console.output, "\nPress Enter to Close\n");
   EXPECT_EQ(console.answers.size(), 1u);
-}
-
-TEST_F(TerminationTest, EndsTheSameWayWhereNobodyCanPressEnter) {
-  termination.switchOnPromptAndExitCode();
+  console.answers.clear();
   EXPECT_EQ(exitCode(), 1);
 }
 

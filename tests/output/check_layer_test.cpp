@@ -1,13 +1,10 @@
 #include "output/check_layer.hpp"
 
-#include <gtest/gtest.h>
-
 #include <array>
 #include <vector>
 
 #include "control/spatial_target.hpp"
 #include "interface/entry_points.hpp"
-#include "support/temp_folder.hpp"
 #include "support/test_module.hpp"
 
 namespace nivaro {
@@ -19,38 +16,35 @@ constexpr const char* kColumnBlock =
     "  mor_Bed_Limit_Z Float\n  mor_Bed_Code Integer\nData\n\n";
 
 // Two domains of 4 x 4 elements, of which (3, 3) to (4, 4) are written.
-class CheckLayerTest : public testing::Test {
- protected:
+struct CheckLayerTest : test::ModuleTest {
   static constexpr int kN = 4;
 
-  void SetUp() override {
-    t.module.files.initFileUnits(2000);
-    t.module.gisSettings.checkLayerPrefix = folder.path("run   ");
-    t.module.gisSettings.checkLayerHeaderSource = "CoordSys Earth Projection 8, 33, \"m\"  ";
+  CheckLayerTest() {
+    module.gisSettings.checkLayerPrefix = folder.path("run   ");
+    module.gisSettings.checkLayerHeaderSource = "CoordSys Earth Projection 8, 33, \"m\"  ";
     std::int32_t nextReal = 1;
     std::int32_t nextInteger = 1;
     for (const int domain : {1, 2})
-      t.module.fields.reserve(domain, true, kN, kN, nextReal, nextInteger);
+      module.fields.reserve(domain, true, kN, kN, nextReal, nextInteger);
     real.assign(static_cast<std::size_t>(nextReal), 0.0);
     integer.assign(static_cast<std::size_t>(nextInteger), 0);
-    for (const int domain : {1, 2}) setDefaults(t.module.fields.fields(domain, work(), kN, kN));
-    t.console.output.clear();
+    for (const int domain : {1, 2}) setDefaults(module.fields.fields(domain, work(), kN, kN));
+    console.output.clear();
   }
 
   WorkArrays work() { return {real.data(), integer.data()}; }
 
   void write(int domain, int lastDomain, bool values = true) {
-    writeCheckLayer(t.module,
-                    {.cells = {.domain = domain,
-                               .lastDomain = lastDomain,
-                               .code = {code.data(), kN, kN},
-                               .depth = {depth.data(), kN, kN},
-                               .range = {.firstI = 3, .firstJ = 3, .lastI = 4, .lastJ = 4},
-                               .firstOffset = firstOffset,
-                               .secondOffset = 8,
-                               .frame = frame},
-                     .writeValues = values,
-                     .work = work()});
+    writeCheckLayer(module, {.cells = {.domain = domain,
+                                       .lastDomain = lastDomain,
+                                       .code = {code.data(), kN, kN},
+                                       .depth = {depth.data(), kN, kN},
+                                       .range = {.firstI = 3, .firstJ = 3, .lastI = 4, .lastJ = 4},
+                                       .firstOffset = firstOffset,
+                                       .secondOffset = 8,
+                                       .frame = frame},
+                             .writeValues = values,
+                             .work = work()});
   }
 
   // Position of element (i, j).
@@ -61,12 +55,7 @@ class CheckLayerTest : public testing::Test {
     return text.substr(text.find("Data\n\n") + 6);
   }
   std::string records() const { return folder.read("run_mor_check.mid"); }
-  bool shown(std::string_view text) const {
-    return t.console.output.find(text) != std::string::npos;
-  }
 
-  test::TempFolder folder;
-  test::TestModule t;
   std::vector<double> real;
   std::vector<std::int32_t> integer;
   std::array<std::int32_t, kN * kN> code{};
@@ -78,7 +67,7 @@ class CheckLayerTest : public testing::Test {
 TEST_F(CheckLayerTest, CellIsASquareOfTheTurnedGridWithItsRecord) {
   code[at(3, 4)] = -7;
   depth[at(3, 4)] = 12.5;
-  SedimentFields fields = t.module.fields.fields(1, work(), kN, kN);
+  SedimentFields fields = module.fields.fields(1, work(), kN, kN);
   fields.d50(3, 4) = 0.00025;
   fields.d90(3, 4) = 1.5;
   fields.inSituVoids(3, 4) = 0.35;
@@ -104,7 +93,7 @@ TEST_F(CheckLayerTest, CellIsASquareOfTheTurnedGridWithItsRecord) {
   EXPECT_EQ(records(),
             "     2,    10,\"2,10\",-7,     -12.500,1,  0.000250,  1.500000,0.350,*****,"
             "-99999.000,   2\n");
-  EXPECT_TRUE(shown("...Closed File Unit:2002\n"));
+  EXPECT_TRUE(shown("...Closed File Unit:2003\n"));
 }
 
 TEST_F(CheckLayerTest, CellsRunAlongTheSecondIndexFirstAndDomainsFollowEachOther) {
@@ -139,31 +128,30 @@ TEST_F(CheckLayerTest, CellsRunAlongTheSecondIndexFirstAndDomainsFollowEachOther
   EXPECT_TRUE(squares.ends_with(last + "Region  1\n  5\n" + last)) << squares;
 }
 
-TEST_F(CheckLayerTest, DomainWithoutMorphologyHasZeros) {
+TEST_F(CheckLayerTest, DomainWithoutMorphologyHasZerosAndALaterOneWithoutALayerWritesNothing) {
+  code.fill(1);
+  write(2, 2);
+  EXPECT_EQ(console.output, "");
+
+  code.fill(0);
   std::int32_t nextReal = 1;
   std::int32_t nextInteger = 1;
-  t.module.fields.reserve(1, false, kN, kN, nextReal, nextInteger);
+  module.fields.reserve(1, false, kN, kN, nextReal, nextInteger);
   code[at(3, 3)] = 1;
   write(1, 1);
   EXPECT_TRUE(records().ends_with(",  0.000000,  0.000000,0.000,0.000,     0.000,   0\n"));
 }
 
-TEST_F(CheckLayerTest, LaterDomainWithoutALayerWritesNothing) {
-  code.fill(1);
-  write(2, 2);
-  EXPECT_EQ(t.console.output, "");
-}
-
 TEST_F(CheckLayerTest, BlankSourceWarnsAndGivesPlaneCoordinatesAroundTheCells) {
-  t.module.gisSettings.checkLayerHeaderSource = "    ";
-  t.console.answers = {""};
+  module.gisSettings.checkLayerHeaderSource = "    ";
+  console.answers = {""};
   write(1, 1);
 
   EXPECT_TRUE(
       shown("\n\nNoXY: WARNING 0307 - No MI Projection or mif header file  found.\n"
             "               Non-Earth Coordinates will be used.  [miWriteMifHeader]\n"
             "\nPress Enter to Continue\n"))
-      << t.console.output;
+      << console.output;
   // Corners (0, 0), (2, 0), (0, 2), (2, 2): (1000, 2000), (1016, 2012), (988, 2016), (1004, 2028).
   EXPECT_TRUE(folder.read("run_mor_check.mif")
                   .starts_with("Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\n"
@@ -228,12 +216,12 @@ TEST_F(CheckLayerTest, HeaderOfAFileIsCopiedUpToItsColumns) {
   folder.write("header.mif",
                "Version 450  \r\nCoordSys NonEarth Units \"m\" Bounds (-1, -2) ( 3,4.5 )\r\n"
                "Unique 1\r\nCOLUMNS 1\r\n  v Float\r\n");
-  std::int32_t number = t.module.files.openFile(folder.path("out.mif"), "O ", 1);
+  std::int32_t number = module.files.openFile(folder.path("out.mif"), "O ", 1);
   Bounds bounds;
-  MifHeaderWriter writer(t.module.files, t.module.diagnostics, t.module.termination);
-  writer.miWriteMifHeader(*t.module.files.find(number), {.headerFile = folder.path("header.mif")},
-                          0, bounds);
-  t.module.files.closeFile(number);
+  MifHeaderWriter writer(module.files, module.diagnostics, module.termination);
+  writer.miWriteMifHeader(*module.files.find(number), {.headerFile = folder.path("header.mif")}, 0,
+                          bounds);
+  module.files.closeFile(number);
 
   EXPECT_EQ(folder.read("out.mif"),
             "Version 450\nCoordSys NonEarth Units \"m\" Bounds (-1, -2) ( 3,4.5 )\nUnique 1\n");
