@@ -1,10 +1,7 @@
 #include "interface/start_up.hpp"
 
-#include <gtest/gtest.h>
-
 #include "interface/entry_points.hpp"
 #include "platform/support.hpp"
-#include "support/temp_folder.hpp"
 #include "support/test_module.hpp"
 
 namespace nivaro {
@@ -45,13 +42,17 @@ TEST(StartUp, OpensItsFilesAndWritesTheBanner) {
   EXPECT_EQ(t.module.dataset.slots()[1], -1);
 }
 
-TEST(StartUp, WorkspaceIsClosedByTheLastDomainOnly) {
-  test::TempFolder folder;
-  test::TestModule t;
+void startRun(test::TestModule& t, const test::TempFolder& folder) {
   startUp(t.module, {.simulationName = "a",
                      .outputPrefix = folder.path("a"),
                      .logPrefix = folder.path("a"),
                      .gis = {}});
+}
+
+TEST(StartUp, WorkspaceIsClosedByTheLastDomainOnly) {
+  test::TempFolder folder;
+  test::TestModule t;
+  startRun(t, folder);
   folder.write("a.mcf", "");
   std::vector<double> real(100);
   std::vector<std::int32_t> integer(10);
@@ -73,19 +74,10 @@ TEST(StartUp, WorkspaceIsClosedByTheLastDomainOnly) {
 TEST(StartUp, RunEndedLaterClosesEverythingAndPrompts) {
   test::TempFolder folder;
   test::TestModule t;
-  startUp(t.module, {.simulationName = "a",
-                     .outputPrefix = folder.path("a"),
-                     .logPrefix = folder.path("a"),
-                     .gis = {}});
-  t.console.output.clear();
+  startRun(t, folder);
   t.console.answers = {""};
 
-  try {
-    t.module.termination.exits();
-    FAIL() << "the run goes on";
-  } catch (const test::ProcessEnded& end) {
-    EXPECT_EQ(end.exitCode, 1);
-  }
+  EXPECT_EQ(test::exitCodeOf([&] { t.module.termination.exits(); }), 1);
   for (const std::int32_t unit : {2001, 2002, 2003}) EXPECT_EQ(t.module.units.find(unit), nullptr);
   EXPECT_TRUE(t.console.output.ends_with("\nPress Enter to Close\n")) << t.console.output;
   EXPECT_TRUE(t.console.answers.empty());

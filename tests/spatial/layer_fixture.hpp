@@ -1,29 +1,18 @@
 // A layer written, opened and read by a test, with all that its reader needs.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <memory>
 #include <string>
 #include <string_view>
 
-#include "messages/diagnostics.hpp"
 #include "spatial/mif_reader.hpp"
-#include "support/temp_folder.hpp"
-#include "support/test_process.hpp"
+#include "support/test_module.hpp"
 
 namespace nivaro::test {
 
-struct LayerTest : testing::Test {
-  ScriptedConsole console;
-  RecordingProcess process;
-  std::unique_ptr<MessageRecord> record = std::make_unique<MessageRecord>();
-  UnitTable units;
-  Termination termination{console, process};
-  MessageWriter messages{console, units, *record};
-  Diagnostics diagnostics{console, messages, termination};
-  MifReader reader{diagnostics};
-  TempFolder folder;
+struct LayerTest : ModuleTest {
+  LayerTest() { module.messages.setLayerSink({}); }
+
+  MifReader& reader = module.layers;
   Unit mif;
   Unit mid;
 
@@ -39,10 +28,6 @@ struct LayerTest : testing::Test {
         "Version 300\nDelimiter \",\"\nColumns 1\n  Value Float\ndata\n\n" + std::string(objects),
         midText);
     ASSERT_TRUE(reader.findObjectSection(mif));
-  }
-
-  bool wasWritten(std::string_view text) const {
-    return console.output.find(text) != std::string::npos;
   }
 };
 

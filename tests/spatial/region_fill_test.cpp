@@ -97,19 +97,6 @@ Ring square(int low, int high) {
   return {{low, low}, {high, low}, {high, high}, {low, high}, {low, low}};
 }
 
-TEST(RegionFill, HolesInHolesAlternate) {
-  RegionFill fill;
-  // Squares around the centre of element (10, 10) at 15, their sides between centres: 13, 9, 5 and
-  // 1 elements wide.
-  const Elements cells =
-      filled({square(2, 28), square(6, 24), square(10, 20), square(14, 16)}, 30, 30, fill);
-  EXPECT_EQ(cells.size(), 13U * 13 - 9 * 9 + 5 * 5 - 1);
-  EXPECT_FALSE(cells.contains({10, 10}));
-  EXPECT_TRUE(cells.contains({10, 12}));
-  EXPECT_FALSE(cells.contains({10, 13}));
-  EXPECT_TRUE(cells.contains({10, 15}));
-}
-
 TEST(RegionFill, RightAndUpperBoundariesAreInLeftAndLowerOnesOut) {
   RegionFill fill;
   // From the centre of element (5, 5) to that of (7, 7).
