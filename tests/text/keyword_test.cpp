@@ -63,23 +63,21 @@ TEST(Keyword, KnowsCommandsThatReadAndWriteLayers) {
 }
 
 TEST(Keyword, TellsNumbersFromWords) {
-  const std::pair<std::string, bool> lines[] = {
-      {"  -3 4", true}, {".5", true},  {"7", true},  {"   ", true},
-      {"", true},       {"+3", false}, {"a", false}, {"\t3", false},
+  const struct {
+    std::string text;
+    bool beginsWithNumber, isInteger;
+  } cases[] = {
+      {"  -3 4", true, false}, {".5", true, false},  {"7", true, true},    {"   ", true, false},
+      {"", true, false},       {"+3", false, false}, {"a", false, false},  {"\t3", false, false},
+      {" 012 ", true, true},   {"1.0", true, false}, {"1 2", true, false},
   };
-  for (const auto& [given, isNumber] : lines) {
-    std::string line = given;
-    EXPECT_EQ(numberLine(line), isNumber) << given;
-    EXPECT_FALSE(line.starts_with(' ')) << given;
-  }
-
-  const std::pair<std::string, bool> texts[] = {
-      {" 012 ", true}, {"1.0", false}, {"-1", false}, {"1 2", false}, {"  ", false},
-  };
-  for (const auto& [given, isInteger] : texts) {
-    std::string text = given;
-    EXPECT_EQ(positiveIntegerNumber(text), isInteger) << given;
-    EXPECT_FALSE(text.starts_with(' ')) << given;
+  for (const auto& [text, beginsWithNumber, isInteger] : cases) {
+    std::string line = text;
+    EXPECT_EQ(numberLine(line), beginsWithNumber) << text;
+    EXPECT_FALSE(line.starts_with(' ')) << text;
+    line = text;
+    EXPECT_EQ(positiveIntegerNumber(line), isInteger) << text;
+    EXPECT_FALSE(line.starts_with(' ')) << text;
   }
 }
 
