@@ -154,16 +154,8 @@ TEST(Bed, ARasterCountsFromTheNorthAndLeavesCellsWithoutDataOut) {
   EXPECT_EQ(bed.zpts(3, 3), -(4.0 + 5.0 + 1.0 + 2.0) / 4);
 
   folder.write("bed.asc", "ncols 3\nnrows 2\ncellsize 2\n1 2 3\n4 5\n");
-  EXPECT_THROW(
-      {
-        try {
-          readRaster(file);
-        } catch (const std::runtime_error& error) {
-          EXPECT_THAT(error.what(), HasSubstr(":5: expected 6 numbers, found 5."));
-          throw;
-        }
-      },
-      std::runtime_error);
+  EXPECT_THAT([&] { readRaster(file); }, testing::ThrowsMessage<std::runtime_error>(
+                                             HasSubstr(":5: expected 6 numbers, found 5.")));
 }
 
 }  // namespace

@@ -103,14 +103,11 @@ TEST(Progress, RewritesOneLineOnATerminal) {
 
 TEST(ModuleLibrary, ALibraryThatIsNoModuleIsNamedWithWhatItLacks) {
   EXPECT_THROW(ModuleLibrary("/no/such/module.so"), LibraryError);
-  try {
-    ModuleLibrary("libm.so.6");
-    FAIL();
-  } catch (const LibraryError& error) {
-    EXPECT_THAT(error.what(), HasSubstr("libm.so.6 is no morphology module: it lacks "
-                                        "QVMOR_INITIALISE_S1, QVMOR_INITIALISE_S2, "));
-    EXPECT_THAT(error.what(), HasSubstr("DMESSAGES."));
-  }
+  EXPECT_THAT([] { ModuleLibrary("libm.so.6"); },
+              testing::ThrowsMessage<LibraryError>(
+                  testing::AllOf(HasSubstr("libm.so.6 is no morphology module: it lacks "
+                                           "QVMOR_INITIALISE_S1, QVMOR_INITIALISE_S2, "),
+                                 HasSubstr("DMESSAGES."))));
 }
 
 }  // namespace
