@@ -53,6 +53,7 @@ TEST(Keyword, KnowsCommandsThatReadAndWriteLayers) {
   EXPECT_TRUE(readGis("Read MI Zpts", "Zpts"));
   EXPECT_FALSE(readGis("Read MID Zpts", "Zpts"));
   EXPECT_TRUE(writeGis("Write MI Check", "check"));
+  EXPECT_TRUE(writeGis("Write GIS Check", "check"));
   EXPECT_FALSE(writeGis("Read MI Check", "check"));
   EXPECT_TRUE(readRowCol("Read RowCol D50", "d50"));
   EXPECT_TRUE(readRowCol("Read MID D50", "d50"));
