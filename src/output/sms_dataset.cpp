@@ -19,11 +19,6 @@ float timeOnCard(const DatasetSettings& settings, double time, double offset) {
   return static_cast<float>(settings.timeCodeSwitch >= 1 ? time / 1000.0 + 100.0 * offset : time);
 }
 
-bool isFlagged(const CellFlags& flags, double threshold, int i, int j) {
-  if (!isTrue(flags.active(i, j))) return false;
-  return threshold > 0.0 ? flags.depthTerm1(i, j) + flags.depthTerm2(i, j) > threshold : true;
-}
-
 }  // namespace
 
 SmsDataset::SmsDataset(FileUnits& files, Diagnostics& diagnostics)
@@ -87,11 +82,13 @@ void SmsDataset::writeFlags(const DomainTurn& turn, const CellFlags& flags, cons
       stream.real(timeOnCard(settings_, flags.time, flags.timeOffset));
     }
     flagsWritten_ = before;
-    for (int i = range.firstI; i <= range.lastI; ++i) {
-      for (int j = range.firstJ; j <= range.lastJ; ++j) {
-        if (flags.code(i, j) == flags.skippedCode) continue;
-        stream.flag(isFlagged(flags, settings_.flagDepthThreshold, i, j));
-        ++flagsWritten_;
+    FlagStrip strip(flags, settings_.flagDepthThreshold, range);
+    for (int i = range.firstI; i <= range.lastI; i += FlagStrip::kRows) {
+      strip.gather(i);
+      for (int r = 0; r < strip.rows(); ++r) {
+        const std::span<const std::uint8_t> row = strip.row(r);
+        stream.bytes(row);
+        flagsWritten_ += static_cast<std::int32_t>(row.size());
       }
     }
     if (turn.domain != turn.lastDomain) return;
@@ -107,9 +104,9 @@ void SmsDataset::writeValues(const DomainTurn& turn, std::int32_t pointCount,
     if (isFirst) {
       if (values) {
         averageToCorners(values->cellBedChange, values->cornerBedChange, range);
-        for (std::size_t p = 0; p < values->pointI.size(); ++p)
-          stream.real(
-              static_cast<float>(values->cornerBedChange(values->pointI[p], values->pointJ[p])));
+        stream.reals(values->pointI.size(), [&](std::size_t p) {
+          return static_cast<float>(values->cornerBedChange(values->pointI[p], values->pointJ[p]));
+        });
       } else {
         for (std::int32_t p = 0; p < pointCount; ++p) stream.real(0.0F);
       }

@@ -14,8 +14,8 @@
 #include "files/file_units.hpp"
 #include "messages/diagnostics.hpp"
 #include "output/byte_stream.hpp"
+#include "output/flag_strip.hpp"
 #include "platform/grid.hpp"
-#include "platform/logical.hpp"
 
 namespace nivaro {
 
@@ -30,16 +30,6 @@ struct DatasetSettings {
 struct DomainTurn {
   std::int32_t domain = 1;      // domain 1 begins the record
   std::int32_t lastDomain = 1;  // the last domain pads to the announced size
-};
-
-struct CellFlags {
-  double time = 0.0;
-  double timeOffset = 0.0;
-  std::int32_t skippedCode = 0;  // cells of this code have no flag in the file
-  Grid<const std::int32_t> code;
-  Grid<const Logical> active;
-  Grid<const double> depthTerm1;  // m; a cell is flagged where the two exceed the threshold
-  Grid<const double> depthTerm2;
 };
 
 struct CornerValues {

@@ -133,6 +133,34 @@ TEST_F(Dataset, CellsAreWalkedWithTheSecondIndexInside) {
   for (const int expected : {0, 1, 0, 0, 0, 0}) EXPECT_EQ(bytes.flag(), expected);
 }
 
+// Larger than the blocks in which flags are turned from the order of memory to that of the file.
+TEST_F(Dataset, FlagsOfManyRowsAndColumnsKeepTheirPlaces) {
+  constexpr int kRows = FlagStrip::kRows + 77;
+  constexpr int kColumns = 150;
+  code.resize(kRows * kColumns);
+  active.resize(kRows * kColumns);
+  std::string expected;
+  for (int i = 1; i <= kRows; ++i) {
+    for (int j = 1; j <= kColumns; ++j) {
+      const auto k = static_cast<std::size_t>((j - 1) * kRows + i - 1);
+      code[k] = (i + j) % 5;
+      active[k] = i * j % 3 - 1;  // -1, 0 or 1, of which the lowest bit counts
+      if (i > 1 && j > 1 && code[k] != 2) expected += static_cast<char>(active[k] != 0);
+    }
+  }
+
+  dataset.writeFlags({2, 3},
+                     {.skippedCode = 2,
+                      .code = {code.data(), kRows, kColumns},
+                      .active = {active.data(), kRows, kColumns},
+                      .depthTerm1 = {},
+                      .depthTerm2 = {}},
+                     {2, 2, kRows, kColumns});
+  dataset.writeEnd();
+
+  EXPECT_TRUE(file().text(expected.size()) == expected);
+}
+
 TEST_F(Dataset, TimeCodeCombinesTimeAndOffset) {
   dataset.setSettings({.timeCodeSwitch = 1});
   dataset.writeFlags({1, 1}, flags(2.5, 3.0, 1), kRange);  // all cells skipped
