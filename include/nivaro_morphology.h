@@ -1,43 +1,49 @@
-/* NIVARO Morphology: sand transport and bed evolution for 2D hydraulic models.
+/** \file
+ *  NIVARO Morphology: the C declarations of everything that the library exports. */
+
+/** \mainpage NIVARO Morphology
+ *  Sand transport and bed evolution for 2D hydraulic models. These declarations hold for hosts in C
+ *  and C++ and, with the conventions below, in any language; nivaro_morphology.f90 has them for
+ *  Fortran.
  *
- * The C declarations of everything that the shared library exports. They hold for every host
- * language: C, C++ and, with the conventions below, Fortran.
+ *  \section conventions Conventions
+ *  - **Arguments**: every argument is passed by reference, numbers and logicals too.
+ *  - **Texts**: a text is a buffer of fixed length, padded with blanks, without an end mark. Its
+ *    length travels as a hidden 8-byte integer by value (`nivaro_length`) behind all ordinary
+ *    arguments, one for each text, in the order of the texts. A routine that returns a text takes
+ *    the result's buffer and its length as its first two arguments, and cuts the result to that
+ *    length or pads it with blanks. A result may lie in an argument's own buffer. A text and its
+ *    length are described together.
+ *  - **Logicals**: 4-byte integers; true is -1, false is 0, only the lowest bit is tested.
+ *  - **Numbers**: reals are 8-byte IEEE values, integers have 4 bytes, unless a comment says
+ *    otherwise.
+ *  - **Arrays**: indexed from 1, the first index varying fastest: element (i, j) of an n x m field
+ *    lies (j - 1) * n + (i - 1) elements behind its first.
+ *  - **Bed**: bed arrays hold bed depth below datum in metres, positive downward: the negative of
+ *    the bed elevation. The bed change that the module reports is positive upward.
+ *  - **Units**: SI, that is m, s, m/s, kg/m3. Bed transport is in kg/(s m).
+ *  - **Threads**: all calls come from one thread. The module keeps one model per process.
+ *  - **Errors**: no routine returns an error code. What cannot go on is written, files are closed,
+ *    the module waits for Enter and ends the process with exit code 1 (EXITS). A routine does so
+ *    only where its note says when. No C++ exception crosses into the host.
  *
- * CONVENTIONS
- *   Arguments   Every argument is passed by reference, numbers and logicals too.
- *   Texts       A text is a buffer of fixed length, padded with blanks, without an end mark. Its
- *               length travels as a hidden 8-byte integer by value behind all ordinary arguments,
- *               one for each text, in the order of the texts. A routine that returns a text takes
- *               the result buffer and its length as its first two arguments and cuts the result to
- *               that length or pads it with blanks.
- *   Logicals    4-byte integers: true is -1, false is 0; only the lowest bit is tested.
- *   Reals       8-byte IEEE values unless a comment says otherwise. Integers have 4 bytes.
- *   Arrays      Indexed from 1, the first index varying fastest: element (i, j) of an n x m field
- *               lies (j - 1) * n + (i - 1) elements behind its first.
- *   Bed         Bed arrays hold bed depth below datum in metres, positive downward: the negative of
- *               the bed elevation. The bed change that the module reports is positive upward.
- *   Units       SI: m, s, m/s, kg/m3. Bed transport is kg/(s m).
- *   Threads     All calls come from one thread. The module keeps one model per process.
- *   Errors      No routine returns an error code for bad input: the reason is written, files are
- *               closed, and the process ends (EXITS), after start-up with exit code 1.
+ *  \section calling_order Calling order
+ *  1. QVMOR_INITIALISE_S1, once, before anything else
+ *  2. QVMOR_INITIALISE_S2, once, before any dataset output
+ *  3. QVMOR_SETUP_S2 and QVMOR_RDINPF for each 2D domain, the last domain last; after that, if
+ *     wanted, QVMOR_WRMIFF once for each domain, domain 1 first
+ *  4. QVMOR_INIT_2D_DOMAIN and QVMORPHOLOGY for each morphology computation of a domain, the first
+ *     one usually with the smoothing flag
+ *  5. QVMOR_WRSMSF_WRITE_HEADER once; at output times QVMOR_WRSMSF_DAT_FLAGS for every domain, then
+ *     QVMOR_WRSMSF_DAT_RESULTS for every domain; at the end QVMOR_WRSMSF_CLOSE
  *
- * CALLING ORDER
- *   1. QVMOR_INITIALISE_S1                      once, before anything else
- *   2. QVMOR_INITIALISE_S2                      once, before any dataset output
- *   3. QVMOR_SETUP_S2, QVMOR_RDINPF             for each 2D domain, the last domain last
- *   4. QVMOR_INIT_2D_DOMAIN, QVMORPHOLOGY       for each morphology computation of a domain;
- *                                               usually once with the smoothing flag at the start
- *      QVMOR_WRMIFF                             for each 2D domain, domain 1 first: once, at any time
- *                                               after 3
- *   5. QVMOR_WRSMSF_WRITE_HEADER once, then at output times QVMOR_WRSMSF_DAT_FLAGS for every domain
- *      and QVMOR_WRSMSF_DAT_RESULTS for every domain; at the end QVMOR_WRSMSF_CLOSE
- *   docs/host-guide.md goes through it with an example.
- */
+ *  docs/host-guide.md goes through it with an example. */
 #ifndef NIVARO_MORPHOLOGY_H
 #define NIVARO_MORPHOLOGY_H
 
 #include <stdint.h>
 
+/** \cond */
 #if defined(_WIN32) && defined(NIVARO_BUILDING)
 #define NIVARO_API __declspec(dllexport)
 #elif defined(_WIN32)
@@ -46,7 +52,6 @@
 #define NIVARO_API __attribute__((visibility("default")))
 #endif
 
-/* No C++ exception crosses into the host. */
 #ifdef __cplusplus
 #define NIVARO_NOEXCEPT noexcept
 extern "C" {
@@ -54,60 +59,92 @@ extern "C" {
 #define NIVARO_NOEXCEPT
 #endif
 
-typedef int32_t nivaro_logical; /* true is -1, false is 0, the lowest bit counts */
-typedef int64_t nivaro_length;  /* hidden length of a text, by value */
+/* clang takes a \param of several arguments for a single name. */
+#ifdef __clang__
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdocumentation"
+#endif
+/** \endcond */
 
-/* ---- The shared message record ---------------------------------------------------------------
- * One static block, all zero at load, with the natural alignment of C. Texts are padded with
- * blanks; codes of 0 count as blanks. A host fills lines and details and calls DMESSAGEXY or
- * DMESSAGE; it may set the fields marked [host]. */
+/** True is -1, false is 0; the lowest bit counts. */
+typedef int32_t nivaro_logical;
+/** Hidden length of a text, by value. A length of 0 or less is an empty text. */
+typedef int64_t nivaro_length;
+
+/** \defgroup record The shared message record
+ *  @{ */
+
+/** One static block, all zero at load, with the natural alignment of C. Texts are padded with
+ *  blanks; codes of 0 count as blanks. A host fills lines and details and calls DMESSAGEXY or
+ *  DMESSAGE; it may set the fields marked [host]. */
 typedef struct nivaro_messages {
-  int32_t log_unit;       /* unit of the log; no log output while it is 0 or less */
-  char line1[10000];      /* level word, blank, four-digit number, " - ", text */
-  char line2[10000];      /* optional */
-  char line3[10000];      /* optional */
-  char line4[10000];      /* derived: the details joined by "; " */
-  char location_tag[8];   /* "XY:", "NoXY:" or blank; set by DMESSAGEXY */
-  double label_box_width; /* [host] width added to the right of a label box, map units */
-  double label_height;    /* [host] height of one line of a label, map units */
-  int32_t error_count;    /* messages of each level so far ... */
-  int32_t warning_count;
-  int32_t check_count;
-  int32_t located_error_count; /* ... and those that went through DMESSAGEXY */
-  int32_t located_warning_count;
-  int32_t located_check_count;
-  int32_t message_number; /* number read from line 1, 0 when there is none */
-  int32_t message_level;  /* 1 ERROR, 2 WARNING, 3 CHECK, 4 UNSTABLE, 5 INFORMATION, 0 plain */
-  char detail1[10000];    /* optional, typically the offending input line */
-  char detail2[10000];
-  char detail3[10000];
-  int32_t message_table_unit; /* [host] unit of the message table; 0 or less: none */
-  double last_x;              /* place of the last message object; -99999.0 when none */
-  double last_y;
-  nivaro_logical one_line_flag;    /* [host] print all lines of the message on one line */
-  int32_t message_layer;           /* [host] GIS layer of errors, warnings, unstable, information */
-  int32_t secondary_message_layer; /* [host] GIS layer of checks and plain text */
-  char reference_link[64];         /* address of the message's page, or blank */
-  double default_x;                /* [host] point of messages without a location */
-  double default_y;
-  double unlocated_spacing; /* [host] step between stacked messages without a location; 0: none */
-  int32_t unlocated_count;  /* messages stacked so far */
-  nivaro_logical strict_command_flag; /* [host] a control line without "==" stops the run */
-  nivaro_logical echo_flag;           /* [host] READLINE shows every line it reads */
-  nivaro_logical suppression_flag;    /* [host] numbered messages are discarded */
+  int32_t log_unit;              /**< unit of the log; no log output while it is 0 or less */
+  char line1[10000];             /**< level word, blank, four-digit number, " - ", text */
+  char line2[10000];             /**< second line, optional */
+  char line3[10000];             /**< third line, optional */
+  char line4[10000];             /**< derived: the details joined by "; " */
+  char location_tag[8];          /**< "XY:", "NoXY:" or blank; set by DMESSAGEXY */
+  double label_box_width;        /**< [host] width added to the right of a label box, map units */
+  double label_height;           /**< [host] height of one line of a label, map units */
+  int32_t error_count;           /**< errors so far */
+  int32_t warning_count;         /**< warnings so far; information with DMESSAGEXY counts too */
+  int32_t check_count;           /**< checks so far */
+  int32_t located_error_count;   /**< errors that went through DMESSAGEXY */
+  int32_t located_warning_count; /**< warnings and information that went through DMESSAGEXY */
+  int32_t located_check_count;   /**< checks that went through DMESSAGEXY */
+  int32_t message_number;        /**< number read from line 1, 0 when there is none */
+  int32_t message_level; /**< 1 ERROR, 2 WARNING, 3 CHECK, 4 UNSTABLE, 5 INFORMATION, 0 plain */
+  char detail1[10000];   /**< optional, typically the offending input line */
+  char detail2[10000];   /**< second detail, optional */
+  char detail3[10000];   /**< third detail, optional */
+  int32_t message_table_unit;   /**< [host] unit of the message table; 0 or less: none */
+  double last_x;                /**< x of the last message object; -99999.0 when none */
+  double last_y;                /**< y of the last message object; -99999.0 when none */
+  nivaro_logical one_line_flag; /**< [host] all lines of the next message on one line */
+  int32_t message_layer;        /**< [host] GIS layer of errors, warnings, unstable, information */
+  int32_t secondary_message_layer; /**< [host] GIS layer of checks and plain text */
+  char reference_link[64];         /**< address of the message's page, or blank */
+  double default_x;                /**< [host] x of the point of messages without a location */
+  double default_y;                /**< [host] y of the point of messages without a location */
+  double unlocated_spacing; /**< [host] step between stacked messages without a location; 0: none */
+  int32_t unlocated_count;  /**< messages stacked so far */
+  nivaro_logical strict_command_flag; /**< [host] a control line without "==" ends the run */
+  nivaro_logical echo_flag;           /**< [host] READLINE shows every line it reads */
+  nivaro_logical suppression_flag;    /**< [host] numbered messages are discarded */
 } nivaro_messages;
 
+/** The record that library and host share. */
 extern NIVARO_API nivaro_messages DMESSAGES;
 
-/* ---- Morphology entry points ----------------------------------------------------------------- */
+/** @} */
 
-/* Start-up, the first call of all. Opens the log (`log_prefix`.mlf), the MapInfo workspace
- * (`output_prefix`_mor.wor) and the bed change dataset (`output_prefix`_morDH.dat).
- * The other arguments are kept for layers: `save_date_check` compares a layer's date with that of
- * its table, which is the layer's name with the 4-character `table_extension`; `save_date_error`
- * makes an old layer an error; `check_layer_prefix` and `check_layer_header_source` (a CoordSys
- * line or blank) are the check layer's; `host_projection` is the host's CoordSys line in upper case
- * without blanks and quotes (blank: no check), `projection_error` makes a mismatch an error. */
+/** \defgroup entry Morphology entry points
+ *  Start-up, reading of the control file, and the step itself, in the order given on the main page.
+ *  Grid arrays of a domain are n x m with the first index fastest. Arguments called `unused` are
+ *  not read and may be null pointers.
+ *  @{ */
+
+/** Start-up, the first call of all: opens the log (`log_prefix`.mlf), the MapInfo workspace
+ *  (`output_prefix`_mor.wor) and the bed change dataset (`output_prefix`_morDH.dat), replacing
+ *  files of these names and making missing folders, and keeps the settings of layers.
+ *  \param[in] simulation_name, simulation_name_length  name that the head of the workspace quotes
+ *  \param[in] output_prefix, output_prefix_length  folder and base name of workspace and dataset
+ *  \param[in] log_prefix, log_prefix_length  folder and base name of the log
+ *  \param[in] save_date_check  compare the date of each layer read with that of its table
+ *  \param[in] table_extension, table_extension_length  what a layer's name ends in to name its
+ *          table, 4 characters
+ *  \param[in] save_date_error  a layer older than its table is an error: the run waits for a new
+ *          export
+ *  \param[in] check_layer_prefix, check_layer_prefix_length  folder and base name of the check
+ *          layer; 1000 characters are kept
+ *  \param[in] check_layer_header_source, check_layer_header_source_length  CoordSys line of the
+ *          check layer, or blank; 1000 characters are kept
+ *  \param[in] host_projection, host_projection_length  the host's CoordSys line in upper case
+ *          without blanks and quotes, which layers are compared with; blank: no check; 1000
+ *          characters are kept
+ *  \param[in] projection_error  a layer of another projection ends the run, otherwise it is a
+ *          warning
+ *  \note Ends the run when a file cannot be opened and nobody answers the question what to do. */
 NIVARO_API void QVMOR_INITIALISE_S1(
     const char* simulation_name, const char* output_prefix, const char* log_prefix,
     const nivaro_logical* save_date_check, const char* table_extension,
@@ -119,29 +156,59 @@ NIVARO_API void QVMOR_INITIALISE_S1(
     nivaro_length check_layer_header_source_length,
     nivaro_length host_projection_length) NIVARO_NOEXCEPT;
 
-/* Settings of the dataset. `time_code_switch` 0 or less: times are written as given (hours by
- * custom); 1 or more: time / 1000 + 100 * offset. A `flag_depth_threshold` above 0
- * flags a cell only where its two depth terms together exceed it. `num_data` values and `num_cells`
- * flags make a time record, summed over all domains. */
+/** Settings of the bed change dataset, kept for the output calls.
+ *  \param[in] time_code_switch  0 or less: times are written as given (hours by custom); 1 or more:
+ *          as time / 1000 + 100 * offset
+ *  \param[in] flag_depth_threshold  above 0: a cell is flagged only where its two depth terms
+ *          together exceed it
+ *  \param[in] unused3, unused4  not used
+ *  \param[in] num_data  values of a time record, summed over all domains
+ *  \param[in] num_cells  flags of a time record, summed over all domains */
 NIVARO_API void QVMOR_INITIALISE_S2(const int32_t* time_code_switch,
                                     const double* flag_depth_threshold, const int32_t* unused3,
                                     const int32_t* unused4, const int32_t* num_data,
                                     const int32_t* num_cells) NIVARO_NOEXCEPT;
 
-/* Reserves the fields of domain 1 to 100 in the host's work arrays: twelve stretches of n * m reals
- * and one of n * m integers, or of one element each where morphology is not active. The positions
- * are counted from 1, in and out: first free position, then the first behind the reservation. */
+/** Reserves the fields of a domain in the host's work arrays: twelve stretches of reals and one of
+ *  integers, of n * m elements each, or of one element where morphology is not active. Writes
+ *  nothing into the arrays, which need not exist yet.
+ *  \param[in] active  the domain computes morphology
+ *  \param[in] domain  1 to 100
+ *  \param[in] n, m  cells along the first and the second index
+ *  \param[in] unused5, unused6  not used
+ *  \param[in,out] next_real_position  first free position of the real work array, counted from 1;
+ *          then the first behind the reservation
+ *  \param[in,out] next_integer_position  the same of the integer work array
+ *  \note Ends the run when the domain is not 1 to 100. */
 NIVARO_API void QVMOR_SETUP_S2(const nivaro_logical* active, const int32_t* domain,
                                const int32_t* n, const int32_t* m, const int32_t* unused5,
                                const int32_t* unused6, int32_t* next_real_position,
                                int32_t* next_integer_position) NIVARO_NOEXCEPT;
 
-/* Reads the morphology control file (.mcf) for one domain, after setting every option and every
- * cell to its default. The work arrays must extend past the domain's reservation. The call for
- * `last_domain` closes the workspace and must be the last of these calls.
- * Row bounds and offsets belong to cell tables, object bounds to layers; dx and dy are the cell
- * sizes along local x (second index) and local y (first index), `angle` the direction of local x in
- * radians, (x0, y0) the grid's origin. */
+/** Reads the morphology control file (.mcf) of a domain, after setting its options and cells to
+ *  their defaults. Files that it names are looked for in its folder. Row offsets and bounds belong
+ *  to cell tables: index k of a row is element k - offset + 2 of the field, and elements from 2 to
+ *  the bound are set. Object bounds belong to layers, whose cell (1, 1) at the grid's origin is
+ *  element (3, 3).
+ *  \param[in] control_file, control_file_length  path of the control file
+ *  \param[in] domain  the domain, reserved before by QVMOR_SETUP_S2
+ *  \param[in] last_domain  the host's last domain: the call for it closes the workspace and is the
+ *          last of these calls
+ *  \param[in] n, m  cells along the first and the second index, as reserved
+ *  \param[in] first_row_bound, second_row_bound  highest elements that rows of cell tables may set
+ *  \param[in] first_object_bound, second_object_bound  highest cells that layers may set, counted
+ *          from the origin: n - 2 and m - 2 at most
+ *  \param[in] first_row_offset, second_row_offset  what is taken off the indices of rows
+ *  \param[in] dx  cell size along local x, the second index, m
+ *  \param[in] dy  cell size along local y, the first index, m
+ *  \param[in] angle  direction of local x, radians counter-clockwise from the map's x
+ *  \param[in] x0, y0  origin of the grid on the map, m
+ *  \param[in,out] real_work  the whole real work array, from its position 1 on
+ *  \param[in,out] integer_work  the whole integer work array, from its position 1 on
+ *  \param[in] unused19, unused20, unused21  not used
+ *  \note Ends the run when the domain has no fields; a command is not known or its value cannot be
+ *          read; a file is missing and nobody names another; a layer or table is wrong; files are
+ *          nested more than ten deep. */
 NIVARO_API void QVMOR_RDINPF(const char* control_file, const int32_t* domain,
                              const int32_t* last_domain, const int32_t* n, const int32_t* m,
                              const int32_t* first_row_bound, const int32_t* second_row_bound,
@@ -153,25 +220,53 @@ NIVARO_API void QVMOR_RDINPF(const char* control_file, const int32_t* domain,
                              const void* unused21,
                              nivaro_length control_file_length) NIVARO_NOEXCEPT;
 
-/* Makes the options of `domain` the current ones. */
+/** Makes the options of a domain the current ones, which the next steps take.
+ *  \param[in] domain  1 to 100
+ *  \note Ends the run when the domain is not 1 to 100. */
 NIVARO_API void QVMOR_INIT_2D_DOMAIN(const int32_t* domain) NIVARO_NOEXCEPT;
 
-/* One morphology call for one domain, with the options made current before.
- *   smoothing_flag       confine bed activity codes to the area, lower bed limits to the bed,
- *                        rebuild corner and side depths; nothing else
- *   initialisation_flag  announce the initialisation on the screen; nothing else
- *   skip_flag            nothing at all
- *   none of them         a morphology step: transport, bed change, slumping, rebuild
- * Staggering of the n x m arrays, element (i, j):
- *   wet_flags, flow_flags, water_level, zc   centre of cell (i, j)
- *   v2, z2                                   side between (i, j) and (i, j + 1)
- *   v1, z1                                   side between (i, j) and (i + 1, j)
- *   zpts                                     corner between (i, j) and (i + 1, j + 1)
- * Velocities are positive toward the increasing index. The area (first_i .. last_i by first_j ..
- * last_j) leaves at least one cell of the grid free on each side. `slump_distance2` and
- * `slump_distance1` are the distances between cell centres along the second and the first index.
- * `time_step` is in seconds. With `raise_switch`, the depth at a side is at least `raise_factor`
- * times the larger of the two levels above the side's bed. zc, z1, z2 and zpts are changed. */
+/** One morphology call for one domain, with the options made current before. The flags are looked
+ *  at in their order; the first that is true decides:
+ *
+ *  - `smoothing_flag`: sets activity codes outside the area to 0, lowers bed limits that stand
+ *    above the bed to the bed, rebuilds corner and side depths, and says so on the screen
+ *  - `initialisation_flag`: a line on the screen, nothing else
+ *  - `skip_flag`: nothing
+ *  - none: a step, that is transport, bed change, slumping, rebuild
+ *
+ *  For a domain without morphology nothing is computed. Velocities are positive toward the
+ *  increasing index, levels upward, depths downward from the datum: water depth is level plus bed
+ *  depth.
+ *  \param[in] smoothing_flag, initialisation_flag, skip_flag  what to do, see above
+ *  \param[in] wet_flags  n x m logicals, cell centres: the cell is wet
+ *  \param[in] flow_flags  n x m logicals, cell centres: water flows through a wet cell whose
+ *          neighbour is dry
+ *  \param[in] water_level  n x m, cell centres, m above datum
+ *  \param[in] v2  n x m, velocity at the side between (i, j) and (i, j + 1), m/s
+ *  \param[in] v1  n x m, velocity at the side between (i, j) and (i + 1, j), m/s
+ *  \param[in,out] zpts  n x m, bed depth at the corner between (i, j) and (i + 1, j + 1), m below
+ *          datum
+ *  \param[in,out] zc  n x m, bed depth at cell centres, m below datum
+ *  \param[in,out] z2  n x m, bed depth at the sides of `v2`, m below datum
+ *  \param[in,out] z1  n x m, bed depth at the sides of `v1`, m below datum
+ *  \param[in] n, m  cells along the first and the second index, as reserved
+ *  \param[in] first_i, first_j, last_i, last_j  the morphology area; one cell of the grid stays
+ *          free on each side
+ *  \param[in] cell_size  cell size, m
+ *  \param[in] slump_distance2, slump_distance1  distance of cell centres along the second and the
+ *          first index, m
+ *  \param[in] unused22  not used
+ *  \param[in] time_step  length of the step, s
+ *  \param[in] raise_switch  the depth at a side between wet cells is at least `raise_factor` times
+ *          the higher level plus the side's bed depth
+ *  \param[in] raise_factor  see `raise_switch`
+ *  \param[in] unused26, unused27, unused28, unused29, unused30, unused31, unused32  not used
+ *  \param[in,out] real_work  the whole real work array, from its position 1 on
+ *  \param[in,out] integer_work  the whole integer work array, from its position 1 on
+ *  \param[in] unused35, unused36, unused37  not used
+ *  \param[in] domain  the domain, reserved before by QVMOR_SETUP_S2
+ *  \note Ends the run when the domain has no fields. Numbers never end it: bad ones travel through
+ *          the fields. */
 NIVARO_API void QVMORPHOLOGY(
     const nivaro_logical* smoothing_flag, const nivaro_logical* initialisation_flag,
     const nivaro_logical* skip_flag, const nivaro_logical* wet_flags,
@@ -185,15 +280,35 @@ NIVARO_API void QVMORPHOLOGY(
     double* real_work, int32_t* integer_work, const void* unused35, const void* unused36,
     const void* unused37, const int32_t* domain) NIVARO_NOEXCEPT;
 
-/* ---- Bed change dataset (SMS binary scalar) -------------------------------------------------- */
+/** @} */
 
-/* Header of the dataset, once. The name shown is "DELH " and the 35 characters of `name`; no hidden
- * length is read. */
+/** \defgroup dataset Bed change dataset
+ *  A scalar dataset of mesh viewers (SMS binary), with one flag for each cell and one value for
+ *  each mesh point in every time record. Several domains share the file: each call adds the share
+ *  of one.
+ *  @{ */
+
+/** The dataset's header, once, before the first time record.
+ *  \param[in] name  exactly 35 characters, padded with blanks; no hidden length is read. Viewers
+ *          show "DELH " and this text
+ *  \note Ends the run when the file cannot be written (disk full). */
 NIVARO_API void QVMOR_WRSMSF_WRITE_HEADER(const char* name) NIVARO_NOEXCEPT;
 
-/* Cell flags of one domain at an output time; domain 1 begins the time record, the last domain pads
- * to the announced number. Cells are walked with i in the outer and j in the inner loop; a cell
- * whose code is `skipped_code` has no flag in the file. Arrays are nx by anything. */
+/** Cell flags of one domain at an output time. The call for domain 1 begins the time record, the
+ *  one for the last domain pads the flags to their announced number with 0. Cells are walked with i
+ *  in the outer and j in the inner loop.
+ *  \param[in] domain  the domain, from 1
+ *  \param[in] last_domain  the last domain
+ *  \param[in] time  output time, written by the rule of QVMOR_INITIALISE_S2
+ *  \param[in] time_offset  used by that rule only
+ *  \param[in] skipped_code  cells of this code have no flag in the file
+ *  \param[in] cell_code  nx x anything, the code of each cell
+ *  \param[in] cell_active  nx x anything logicals, the flag of each cell
+ *  \param[in] depth_term1, depth_term2  nx x anything, compared with the flag depth threshold, m
+ *  \param[in] nx  first dimension of the four arrays
+ *  \param[in] unused11  not used
+ *  \param[in] first_i, first_j, last_i, last_j  the range of cells written
+ *  \note Ends the run when the file cannot be written. */
 NIVARO_API void QVMOR_WRSMSF_DAT_FLAGS(const int32_t* domain, const int32_t* last_domain,
                                        const double* time, const double* time_offset,
                                        const int32_t* skipped_code, const int32_t* cell_code,
@@ -203,10 +318,23 @@ NIVARO_API void QVMOR_WRSMSF_DAT_FLAGS(const int32_t* domain, const int32_t* las
                                        const int32_t* first_j, const int32_t* last_i,
                                        const int32_t* last_j) NIVARO_NOEXCEPT;
 
-/* Bed change of the latest step at the corners (point_i, point_j) of one domain, after the flags of
- * all domains; the last domain pads and completes the time record. `point_counts` is indexed by
- * domain. With `write_values` false the domain's points are zeros. The range needs one cell of the
- * grid to spare on each side. */
+/** Bed change of the latest step at the mesh points of one domain, after the flags of all domains.
+ *  The value at corner (i, j) is the mean over the cells (i, j) to (i + 1, j + 1), in m, positive
+ *  upward. The call for the last domain pads the values to their announced number with 0 and
+ *  completes the record.
+ *  \param[in] domain  1 to 100
+ *  \param[in] last_domain  the last domain
+ *  \param[in] point_counts  number of points of each domain, one element for each, domain 1 first
+ *  \param[in] unused4  not used
+ *  \param[in] write_values  false, or a domain without morphology: the values are 0
+ *  \param[in] nx  first dimension of the domain's fields
+ *  \param[in] unused7  not used
+ *  \param[in] first_i, first_j, last_i, last_j  the range of cells; one cell of the grid stays free
+ *          on each side
+ *  \param[in] point_i, point_j  the corners written, as many as the domain has points
+ *  \param[in] unused14  not used
+ *  \param[in,out] real_work  the whole real work array; the domain's corner field is overwritten
+ *  \note Ends the run when the domain is not 1 to 100 or the file cannot be written. */
 NIVARO_API void QVMOR_WRSMSF_DAT_RESULTS(const int32_t* domain, const int32_t* last_domain,
                                          const int32_t* point_counts, const void* unused4,
                                          const nivaro_logical* write_values, const int32_t* nx,
@@ -216,20 +344,35 @@ NIVARO_API void QVMOR_WRSMSF_DAT_RESULTS(const int32_t* domain, const int32_t* l
                                          const int32_t* point_j, const void* unused14,
                                          double* real_work) NIVARO_NOEXCEPT;
 
-/* End card of the dataset. The file stays open until the process ends. */
+/** The dataset's end card, once, after the last time record. The file stays open until the process
+ *  ends.
+ *  \note Ends the run when the file cannot be written. */
 NIVARO_API void QVMOR_WRSMSF_CLOSE(void) NIVARO_NOEXCEPT;
 
-/* ---- Check layer (MapInfo MIF/MID) ----------------------------------------------------------- */
+/** @} */
 
-/* The cells of one domain, each as a square with its indices, code, bed elevation and the six
- * parameters read for it, in `check_layer_prefix`_mor_check.mif and .mid. The call for domain 1
- * creates the files, the one for `last_domain` closes them.
- *   values          false, or a domain without morphology: the parameters are zeros
- *   cell_code       cells of code 0 are left out; nx by anything, as is `depth`
- *   depth           bed depth below datum, the negative of the elevation shown
- *   first_i ...     the range written; index shown = offset + index - 2
- *   x0, y0          corner of field element (3, 3)
- *   step_a, step_b  cell size times cosine and sine of the grid's direction */
+/** \defgroup check_layer Check layer
+ *  A MapInfo layer of what was read, to be looked at over the model.
+ *  @{ */
+
+/** The cells of one domain, each as a square with its indices, code, bed elevation and the six
+ *  parameters read for it, in `check_layer_prefix`_mor_check.mif and .mid. Domain 1 comes first:
+ *  its call creates the files. The one for the last domain closes them.
+ *  \param[in] domain  1 to 100
+ *  \param[in] last_domain  the last domain
+ *  \param[in] values  false, or a domain without morphology: the parameters are shown as 0
+ *  \param[in] cell_code  nx x anything; cells of code 0 are left out
+ *  \param[in] depth  nx x anything, bed depth, m below datum; the elevation shown is its negative
+ *  \param[in] nx  first dimension of both arrays
+ *  \param[in] unused7  not used
+ *  \param[in] first_i, first_j, last_i, last_j  the range of cells written
+ *  \param[in] first_offset, second_offset  the index shown is offset + index - 2
+ *  \param[in] x0, y0  lower corner of element (3, 3) on the map
+ *  \param[in] step_a, step_b  cell size times cosine and sine of the direction of local x, m
+ *  \param[in,out] real_work  the whole real work array
+ *  \param[in,out] integer_work  the whole integer work array
+ *  \note Ends the run when the domain is not 1 to 100, a file cannot be created or written, or the
+ *          bounds in the CoordSys line cannot be read. */
 NIVARO_API void QVMOR_WRMIFF(const int32_t* domain, const int32_t* last_domain,
                              const nivaro_logical* values, const int32_t* cell_code,
                              const double* depth, const int32_t* nx, const void* unused7,
@@ -239,288 +382,695 @@ NIVARO_API void QVMOR_WRMIFF(const int32_t* domain, const int32_t* last_domain,
                              const double* step_a, const double* step_b, double* real_work,
                              int32_t* integer_work) NIVARO_NOEXCEPT;
 
-/* ---- Messages -------------------------------------------------------------------------------- */
+/** @} */
 
-/* Write the message held in DMESSAGES, with a location or without one, and clear it. `blank_lines`
- * 0 or more: as many empty lines, then the message, on screen and log; -1: log only; less: neither;
- * -99 (DMESSAGEXY): the messages layer only. */
+/** \defgroup messages Messages
+ *  Messages to screen, log, table and map, by way of the shared record. The first line begins with
+ *  the level ("ERROR", "WARNING", "CHECK", "UNSTABLE") and a number, or with "INFORMATION:";
+ *  anything else is plain text, which is not counted.
+ *  @{ */
+
+/** Writes the message held in DMESSAGES with a place on the map, counts it, and clears the record.
+ *  A place within 1 of the default point counts as none.
+ *  \param[in] blank_lines  0 or more: as many empty lines, then the message, on screen and log; -1:
+ *          log only; -99: messages layer only; anything else: message table and layer only
+ *  \param[in] x, y  the place, map coordinates
+ *  \note Ends the run when the message is to be placed on a layer that the record does not name or
+ *          that cannot be written. */
 NIVARO_API void DMESSAGEXY(const int32_t* blank_lines, const double* x,
                            const double* y) NIVARO_NOEXCEPT;
+
+/** Writes the message held in DMESSAGES without a place, counts it, and clears the record.
+ *  \param[in] blank_lines  as in DMESSAGEXY; -99 is like anything else below -1 */
 NIVARO_API void DMESSAGE(const int32_t* blank_lines) NIVARO_NOEXCEPT;
+
+/** Clears lines, details, tag, link, last place and one-line flag. Number, level and counters stay.
+ */
 NIVARO_API void DMESSAGECLEAR(void) NIVARO_NOEXCEPT;
+
+/** Sets the six counters of messages to 0. */
 NIVARO_API void DMESSAGERESETCOUNTERS(void) NIVARO_NOEXCEPT;
-/* An empty line and a rule of 80 underscores, on the screen and on a unit of 1 or more. */
+
+/** An empty line and a rule of 80 underscores on the screen.
+ *  \param[in] unit  1 or more: on this unit of the module too */
 NIVARO_API void DLINE(const int32_t* unit) NIVARO_NOEXCEPT;
 
-/* ---- Control lines --------------------------------------------------------------------------- */
+/** @} */
 
-/* Reads a line of a module unit, without tabs and comments, variables replaced. True when it holds
- * a command. End of file and read errors end the run. */
+/** \defgroup control_lines Control lines
+ *  What reads a control file: lines of a command, "==" and a value, with comments behind "!" or
+ *  `#`. Letter case counts nowhere but in ASAMECS. Units are those of the module, 2001 to 3000.
+ *  @{ */
+
+/** Reads the next line of a unit, takes out its tabs, leading blanks and comment, and replaces its
+ *  variables. Shows the line as it was read where the echo flag of DMESSAGES is set.
+ *  \param[in] unit  a unit of the module
+ *  \param[out] line, line_length  the line, cut to its length
+ *  \return true when the line holds a command, false for a comment or a blank line
+ *  \note Ends the run when the line cannot be read (0201) or there is none (0202), and as
+ *          COMMENTLINE does. */
 NIVARO_API nivaro_logical READLINE(const int32_t* unit, char* line,
                                    nivaro_length line_length) NIVARO_NOEXCEPT;
-/* True for a comment or blank line; cuts the comment off and replaces variables in any case. */
+
+/** Takes off leading blanks and everything from the first "!" or `#` on, and replaces variables:
+ *  `<<name>>` by the value of that name, where any are defined.
+ *  \param[in,out] line, line_length  the line
+ *  \return true for a comment or a blank line
+ *  \note Ends the run when a variable is referred to wrongly (0014) or is not defined (0015). No
+ *          routine defines any today. */
 NIVARO_API nivaro_logical COMMENTLINE(char* line, nivaro_length line_length) NIVARO_NOEXCEPT;
-/* Reads one item of the next record; true when there is none. Uses the record up. */
+
+/** Reads one item of the next record and skips the rest of the record.
+ *  \param[in] unit  a unit of the module
+ *  \param[out] buffer, buffer_length  the item
+ *  \return true when none could be read: end of file, error, or no such unit */
 NIVARO_API nivaro_logical EOFLINEREAD(const int32_t* unit, char* buffer,
                                       nivaro_length buffer_length) NIVARO_NOEXCEPT;
-/* Splits a line at "==" into command and value. */
+
+/** Splits a line at its first "==". A line without it becomes upper case and is the command itself:
+ *  silently when it holds a block keyword ("ELSE", "END IF", "STOP" ...), else with warning 0060.
+ *  \param[in,out] line, line_length  the line
+ *  \param[out] value, value_length  what follows "==", leading blanks included; blank without "=="
+ *  \param[out] command, command_length  what stands before it, trailing blanks included
+ *  \return always true
+ *  \note Ends the run when "==" is missing and the strict flag of DMESSAGES is set (0060). */
 NIVARO_API nivaro_logical COMMANDLINE(char* line, char* value, char* command,
                                       nivaro_length line_length, nivaro_length value_length,
                                       nivaro_length command_length) NIVARO_NOEXCEPT;
-/* The same at any separator, or at a column; true when the command contains the flag ("*": any). */
+
+/** Splits a line at a separator of any kind or, where that is blank or missing, behind a column.
+ *  With column 0 a line without its separator is all command.
+ *  \param[in] line, line_length  the line
+ *  \param[in] flag, flag_length  what the command has to contain; "*": anything
+ *  \param[in] separator, separator_length  the separator, or blank
+ *  \param[in] column  length of the command where no separator is found
+ *  \param[out] value, value_length  what follows
+ *  \param[out] command, command_length  what stands before
+ *  \return true when the command contains the flag and is not blank; a line that is all command may
+ *          be blank */
 NIVARO_API nivaro_logical CHECKLINE(const char* line, const char* flag, const char* separator,
                                     const int32_t* column, char* value, char* command,
                                     nivaro_length line_length, nivaro_length flag_length,
                                     nivaro_length separator_length, nivaro_length value_length,
                                     nivaro_length command_length) NIVARO_NOEXCEPT;
-/* Containment in any letter case; the second form also returns the text behind the flag. */
+
+/** Whether a text contains a flag. Trailing blanks of both do not count, leading ones of the flag
+ *  do.
+ *  \param[in] text, text_length  the text
+ *  \param[in] flag, flag_length  the flag
+ *  \return true when it does */
 NIVARO_API nivaro_logical FLAGEXISTS(const char* text, const char* flag, nivaro_length text_length,
                                      nivaro_length flag_length) NIVARO_NOEXCEPT;
+
+/** As FLAGEXISTS, with what follows the flag.
+ *  \param[in] text, text_length  the text
+ *  \param[in] flag, flag_length  the flag
+ *  \param[out] rest, rest_length  the text behind the first such flag; blank without one
+ *  \return true when the text contains the flag */
 NIVARO_API nivaro_logical FLAGEXISTSRET(const char* text, const char* flag, char* rest,
                                         nivaro_length text_length, nivaro_length flag_length,
                                         nivaro_length rest_length) NIVARO_NOEXCEPT;
-/* Same text but for letter case, quotes, tabs and surrounding blanks; CS: letter case counts. */
+
+/** Whether two texts are the same but for letter case, quotes, tabs and blanks around.
+ *  \param[in] a, a_length  one text
+ *  \param[in] b, b_length  the other
+ *  \return true when they are */
 NIVARO_API nivaro_logical ASAME(const char* a, const char* b, nivaro_length a_length,
                                 nivaro_length b_length) NIVARO_NOEXCEPT;
+
+/** As ASAME, but letter case counts.
+ *  \param[in] a, a_length  one text
+ *  \param[in] b, b_length  the other
+ *  \return true when they are the same */
 NIVARO_API nivaro_logical ASAMECS(const char* a, const char* b, nivaro_length a_length,
                                   nivaro_length b_length) NIVARO_NOEXCEPT;
-/* The command contains "Read MI " or "Read GIS " (WRITEGIS: "Write ..."; READROWCOL: "Read MID " or
- * "Read RowCol ") and the keyword; ANY: with any keyword or none. */
+
+/** Whether a command contains "Read MI " or "Read GIS " and then the keyword.
+ *  \param[in] command, command_length  the command
+ *  \param[in] keyword, keyword_length  the keyword
+ *  \return true when it does */
 NIVARO_API nivaro_logical READGIS(const char* command, const char* keyword,
                                   nivaro_length command_length,
                                   nivaro_length keyword_length) NIVARO_NOEXCEPT;
+
+/** Whether a command contains "Write MI " or "Write GIS " and then the keyword.
+ *  \param[in] command, command_length  the command
+ *  \param[in] keyword, keyword_length  the keyword
+ *  \return true when it does */
 NIVARO_API nivaro_logical WRITEGIS(const char* command, const char* keyword,
                                    nivaro_length command_length,
                                    nivaro_length keyword_length) NIVARO_NOEXCEPT;
+
+/** Whether a command contains "Read MID " or "Read RowCol " and then the keyword.
+ *  \param[in] command, command_length  the command
+ *  \param[in] keyword, keyword_length  the keyword
+ *  \return true when it does */
 NIVARO_API nivaro_logical READROWCOL(const char* command, const char* keyword,
                                      nivaro_length command_length,
                                      nivaro_length keyword_length) NIVARO_NOEXCEPT;
+
+/** Whether a command contains "Read MI" or "Read GIS". "Read MID" contains the first.
+ *  \param[in] command, command_length  the command
+ *  \return true when it does */
 NIVARO_API nivaro_logical READGISANY(const char* command,
                                      nivaro_length command_length) NIVARO_NOEXCEPT;
+
+/** Whether a command contains "Read MID" or "Read RowCol".
+ *  \param[in] command, command_length  the command
+ *  \return true when it does */
 NIVARO_API nivaro_logical READROWCOLANY(const char* command,
                                         nivaro_length command_length) NIVARO_NOEXCEPT;
-/* The line, left-adjusted in place, starts like a number or is blank. */
+
+/** Takes off the leading blanks of a line and looks whether a number may follow.
+ *  \param[in,out] line, line_length  the line
+ *  \return true when it starts with a digit, "-" or ".", or is blank */
 NIVARO_API nivaro_logical NUMBERLINE(char* line, nivaro_length line_length) NIVARO_NOEXCEPT;
-/* The text, left-adjusted in place, is all digits. */
+
+/** Takes off the leading blanks of a text and looks whether it is all digits.
+ *  \param[in,out] text, text_length  the text
+ *  \return true when it is; false for a blank text */
 NIVARO_API nivaro_logical POSITIVEINTEGERNUMBER(char* text,
                                                 nivaro_length text_length) NIVARO_NOEXCEPT;
+
+/** The text without single and double quotes.
+ *  \param[out] result, result_length  the result
+ *  \param[in] text, text_length  the text */
 NIVARO_API void REMOVEQUOTES(char* result, nivaro_length result_length, const char* text,
                              nivaro_length text_length) NIVARO_NOEXCEPT;
+
+/** The text without any blank.
+ *  \param[out] result, result_length  the result
+ *  \param[in] text, text_length  the text */
 NIVARO_API void REMOVESPACES(char* result, nivaro_length result_length, const char* text,
                              nivaro_length text_length) NIVARO_NOEXCEPT;
 
-/* ---- Values from text ------------------------------------------------------------------------ */
+/** @} */
 
-/* Item `column` of the comma-separated list behind `key` and "=". `lowered_line` is the line in
- * lower case. A missing item gives the default (a blank text); one that does not
- * convert, and a key without "=", end the run. */
+/** \defgroup values Values from texts
+ *  Items of lists such as `key = 1.5, "a, b", 3`. Commas separate, blanks do not; an item in quotes
+ *  may hold commas. Only ERROR 0203 (a key without "=" behind it) and 0010 (an item that is no
+ *  number) end the run; all other routines return a neutral value.
+ *  @{ */
+
+/** An item of the list behind a key and "=". Where the key is not in the line the whole line is the
+ *  list, or, for a column below 1, there is no item.
+ *  \param[in] line, line_length  the line
+ *  \param[in] lowered_line, lowered_line_length  the same line in lower case (LOWERCASE), in which
+ *          the key is looked for
+ *  \param[in] key, key_length  the key, in any letter case
+ *  \param[in] column  the item, from 1; below 1 behind a key: the first
+ *  \param[in] default_value  the result where there is no item or a blank one
+ *  \return the integer
+ *  \note Ends the run when "=" is missing (0203) or the item is no integer (0010). */
 NIVARO_API int32_t EXTRACTINTEGER(const char* line, const char* lowered_line, const char* key,
                                   const int32_t* column, const int32_t* default_value,
                                   nivaro_length line_length, nivaro_length lowered_line_length,
                                   nivaro_length key_length) NIVARO_NOEXCEPT;
+
+/** As EXTRACTINTEGER, for a real.
+ *  \param[in] line, line_length  the line
+ *  \param[in] lowered_line, lowered_line_length  the same line in lower case
+ *  \param[in] key, key_length  the key, in any letter case
+ *  \param[in] column  the item, from 1; below 1 behind a key: the first
+ *  \param[in] default_value  the result where there is no item or a blank one
+ *  \return the real
+ *  \note Ends the run when "=" is missing (0203) or the item is no number (0010). */
 NIVARO_API double EXTRACTREAL(const char* line, const char* lowered_line, const char* key,
                               const int32_t* column, const double* default_value,
                               nivaro_length line_length, nivaro_length lowered_line_length,
                               nivaro_length key_length) NIVARO_NOEXCEPT;
+
+/** As EXTRACTINTEGER, for a text: without quotes and without blanks around, blank where there is no
+ *  item.
+ *  \param[out] result, result_length  the item
+ *  \param[in] line, line_length  the line
+ *  \param[in] lowered_line, lowered_line_length  the same line in lower case
+ *  \param[in] key, key_length  the key, in any letter case
+ *  \param[in] column  the item, from 1; below 1 behind a key: the first
+ *  \note Ends the run when "=" is missing (0203). */
 NIVARO_API void EXTRACTSTRING(char* result, nivaro_length result_length, const char* line,
                               const char* lowered_line, const char* key, const int32_t* column,
                               nivaro_length line_length, nivaro_length lowered_line_length,
                               nivaro_length key_length) NIVARO_NOEXCEPT;
-/* All items behind the key. */
+
+/** As EXTRACTSTRING, but behind a key the result is all that follows "=", commas included.
+ *  \param[out] result, result_length  all items
+ *  \param[in] line, line_length  the line
+ *  \param[in] lowered_line, lowered_line_length  the same line in lower case
+ *  \param[in] key, key_length  the key, in any letter case
+ *  \param[in] column  the item, where the key is not in the line
+ *  \note Ends the run when "=" is missing (0203). */
 NIVARO_API void EXTRACTSTRINGREM(char* result, nivaro_length result_length, const char* line,
                                  const char* lowered_line, const char* key, const int32_t* column,
                                  nivaro_length line_length, nivaro_length lowered_line_length,
                                  nivaro_length key_length) NIVARO_NOEXCEPT;
-/* Position of a named field in a header line; the column is left alone when it is not there. */
+
+/** Position of a named field in the header line of a table, compared as by ASAME. Every comma
+ *  separates.
+ *  \param[in] header, header_length  the header line; 100000 characters are looked at
+ *  \param[in] name, name_length  the name
+ *  \param[out] column  the position, from 1; left alone where there is no such field
+ *  \return true when there is */
 NIVARO_API nivaro_logical CSVCOLUMN(const char* header, const char* name, int32_t* column,
                                     nivaro_length header_length,
                                     nivaro_length name_length) NIVARO_NOEXCEPT;
-/* Real value of a field: 0 when read, -1 when the field is blank or missing, above 0 when it is no
- * number; the value is left alone then. */
+
+/** Real value of a field. Every comma separates.
+ *  \param[in] line, line_length  the line
+ *  \param[in] column  position of the field, from 1
+ *  \param[out] value  the value; left alone where there is none
+ *  \return 0 when it was read, -1 when the field is blank or missing, 1 when it is no number */
 NIVARO_API int32_t CSVVALUE(const char* line, const int32_t* column, double* value,
                             nivaro_length line_length) NIVARO_NOEXCEPT;
+
+/** Takes the tabs out of a text and counts its pieces between separators.
+ *  \param[in,out] text, text_length  the text
+ *  \param[in] separator, separator_length  the separator without its trailing blanks; blank: one
+ *          blank
+ *  \return number of pieces; 0 for a blank text */
 NIVARO_API int32_t NUMBEROFSUBSTRINGS(char* text, const char* separator, nivaro_length text_length,
                                       nivaro_length separator_length) NIVARO_NOEXCEPT;
+
+/** A piece of a text between separators, without blanks around; blank where there are fewer.
+ *  \param[out] result, result_length  the piece
+ *  \param[in] text, text_length  the text
+ *  \param[in] separator, separator_length  the separator without its trailing blanks; blank: one
+ *          blank
+ *  \param[in] index  the piece, from 1 */
 NIVARO_API void SUBSTRING(char* result, nivaro_length result_length, const char* text,
                           const char* separator, const int32_t* index, nivaro_length text_length,
                           nivaro_length separator_length) NIVARO_NOEXCEPT;
-/* Numbers in a line; negative when a stray character ends the count. */
+
+/** Counts the numbers of a line before its comment, an empty one between two commas included.
+ *  \param[in] line, line_length  the line
+ *  \return the count; negative when a character that belongs to no number ended it */
 NIVARO_API int32_t NUMBEROFNUMBERS(const char* line, nivaro_length line_length) NIVARO_NOEXCEPT;
-/* Day number of YYYYMMDD in 365-day years, 1 on 1 January 2000; -1 on a bad date. */
+
+/** Number of a day in a calendar of 365-day years, 1 on 1 January 2000. 29 February is the 28th.
+ *  \param[in] date, date_length  YYYYMMDD
+ *  \return the number; -1 when the date cannot be read */
 NIVARO_API int32_t NUMBEROFDAYS(const char* date, nivaro_length date_length) NIVARO_NOEXCEPT;
-/* The text reads as a number, which is returned in the second argument. */
+
+/** Whether a text reads as a real.
+ *  \param[in] text, text_length  the text
+ *  \param[in,out] value  the real, where there is one
+ *  \return true when it does; false for a blank text */
 NIVARO_API nivaro_logical CHECKREAL(const char* text, double* value,
                                     nivaro_length text_length) NIVARO_NOEXCEPT;
+
+/** Whether a text reads as a 4-byte integer.
+ *  \param[in] text, text_length  the text
+ *  \param[in,out] value  the integer, where there is one
+ *  \return true when it does; false for a blank text */
 NIVARO_API nivaro_logical CHECKINT4(const char* text, int32_t* value,
                                     nivaro_length text_length) NIVARO_NOEXCEPT;
 
-/* ---- Numbers to text: 20 characters, left-aligned -------------------------------------------- */
+/** @} */
 
+/** \defgroup numbers Numbers to texts
+ *  At most 20 characters, from the left of the result. A number that does not fit is a row of
+ *  asterisks.
+ *  @{ */
+
+/** The digits of an integer, behind a minus sign where it is negative.
+ *  \param[out] result, result_length  the text
+ *  \param[in] value  the integer */
 NIVARO_API void AINTEGER(char* result, nivaro_length result_length,
                          const int32_t* value) NIVARO_NOEXCEPT;
+
+/** As AINTEGER, of an 8-byte integer.
+ *  \param[out] result, result_length  the text
+ *  \param[in] value  the integer, 8 bytes */
 NIVARO_API void AINTEGER8(char* result, nivaro_length result_length,
                           const int64_t* value) NIVARO_NOEXCEPT;
-/* PREC0: padded with zeros to `digits` digits (AREALDPREC0: `width` columns) when not negative. */
+
+/** As AINTEGER, with zeros in front of a value of 0 or more: 305 in 4 digits is "0305".
+ *  \param[out] result, result_length  the text
+ *  \param[in] value  the integer
+ *  \param[in] digits  least number of digits, 20 at most */
 NIVARO_API void AINTEGERPREC0(char* result, nivaro_length result_length, const int32_t* value,
                               const int32_t* digits) NIVARO_NOEXCEPT;
+
+/** As AINTEGERPREC0, of an 8-byte integer.
+ *  \param[out] result, result_length  the text
+ *  \param[in] value  the integer, 8 bytes
+ *  \param[in] digits  least number of digits, 20 at most */
 NIVARO_API void AINTEGER8PREC0(char* result, nivaro_length result_length, const int64_t* value,
                                const int32_t* digits) NIVARO_NOEXCEPT;
-/* As many decimals as the magnitude calls for, without trailing zeros; AREAL8 with more. */
+
+/** A real with six decimals below 0.01, one less for each power of ten, none from 1000 on; trailing
+ *  zeros go, the point stays: "0.25", "3.".
+ *  \param[out] result, result_length  the text
+ *  \param[in] value  the real */
 NIVARO_API void AREAL(char* result, nivaro_length result_length,
                       const double* value) NIVARO_NOEXCEPT;
+
+/** As AREAL, with ten decimals below 1 and none from 1e9 on.
+ *  \param[out] result, result_length  the text
+ *  \param[in] value  the real */
 NIVARO_API void AREAL8(char* result, nivaro_length result_length,
                        const double* value) NIVARO_NOEXCEPT;
-/* A given number of decimals; AREALD4 takes a 4-byte real. */
+
+/** A real with a given number of decimals; none leaves the point.
+ *  \param[out] result, result_length  the text
+ *  \param[in] value  the real
+ *  \param[in] decimals  number of decimals */
 NIVARO_API void AREALD(char* result, nivaro_length result_length, const double* value,
                        const int32_t* decimals) NIVARO_NOEXCEPT;
+
+/** As AREALD, of a 4-byte real.
+ *  \param[out] result, result_length  the text
+ *  \param[in] value  the real, 4 bytes
+ *  \param[in] decimals  number of decimals */
 NIVARO_API void AREALD4(char* result, nivaro_length result_length, const float* value,
                         const int32_t* decimals) NIVARO_NOEXCEPT;
+
+/** The same as AREALD.
+ *  \param[out] result, result_length  the text
+ *  \param[in] value  the real
+ *  \param[in] decimals  number of decimals */
 NIVARO_API void AREALD8(char* result, nivaro_length result_length, const double* value,
                         const int32_t* decimals) NIVARO_NOEXCEPT;
+
+/** As AREALD, with zeros in front of a value of 0 or more.
+ *  \param[out] result, result_length  the text
+ *  \param[in] value  the real
+ *  \param[in] decimals  number of decimals
+ *  \param[in] width  least number of characters, 20 at most */
 NIVARO_API void AREALDPREC0(char* result, nivaro_length result_length, const double* value,
                             const int32_t* decimals, const int32_t* width) NIVARO_NOEXCEPT;
 
-/* ---- Text transformations -------------------------------------------------------------------- */
+/** @} */
 
+/** \defgroup texts Text transformations
+ *  Letters are the 26 of the alphabet; other characters have no case.
+ *  @{ */
+
+/** The text without its leading blanks.
+ *  \param[out] result, result_length  the result
+ *  \param[in] text, text_length  the text */
 NIVARO_API void TRIMF(char* result, nivaro_length result_length, const char* text,
                       nivaro_length text_length) NIVARO_NOEXCEPT;
+
+/** The text in upper case.
+ *  \param[out] result, result_length  the result
+ *  \param[in] text, text_length  the text */
 NIVARO_API void UPPERCASE(char* result, nivaro_length result_length, const char* text,
                           nivaro_length text_length) NIVARO_NOEXCEPT;
+
+/** The text in lower case.
+ *  \param[out] result, result_length  the result
+ *  \param[in] text, text_length  the text */
 NIVARO_API void LOWERCASE(char* result, nivaro_length result_length, const char* text,
                           nivaro_length text_length) NIVARO_NOEXCEPT;
+
+/** The text with every double quote doubled, for quoted fields.
+ *  \param[out] result, result_length  the result
+ *  \param[in] text, text_length  the text */
 NIVARO_API void DOUBLEQUOTE(char* result, nivaro_length result_length, const char* text,
                             nivaro_length text_length) NIVARO_NOEXCEPT;
-/* Blanks become underscores; a blank text becomes "Blank". */
+
+/** The text with "_" for every blank but the trailing ones; "Blank" for a blank text.
+ *  \param[out] result, result_length  the result
+ *  \param[in] text, text_length  the text */
 NIVARO_API void SPACETOUNDERSCORE(char* result, nivaro_length result_length, const char* text,
                                   nivaro_length text_length) NIVARO_NOEXCEPT;
-/* Anything but letters and digits replaced, or dropped when the replacement has code 0. */
+
+/** The text with everything but letters and digits replaced; "X" where nothing is left.
+ *  \param[out] result, result_length  the result
+ *  \param[in] text, text_length  the text
+ *  \param[in] replacement, replacement_length  one character; the one of code 0, or none: what is
+ *          replaced goes */
 NIVARO_API void ALPHANUMERICONLY(char* result, nivaro_length result_length, const char* text,
                                  const char* replacement, nivaro_length text_length,
                                  nivaro_length replacement_length) NIVARO_NOEXCEPT;
+
+/** Letters, digits and "_" of the text, as column names want them; "X" where there are none.
+ *  \param[out] result, result_length  the result
+ *  \param[in] text, text_length  the text */
 NIVARO_API void CLEANATTRIBUTENAME(char* result, nivaro_length result_length, const char* text,
                                    nivaro_length text_length) NIVARO_NOEXCEPT;
-/* Removes tabs in place; true when the text is then blank. */
+
+/** Takes the tabs out of a text.
+ *  \param[in,out] text, text_length  the text
+ *  \return true when it is blank then */
 NIVARO_API nivaro_logical BLANK(char* text, nivaro_length text_length) NIVARO_NOEXCEPT;
+
+/** The first 256 characters of a text.
+ *  \param[out] result, result_length  the result
+ *  \param[in] text, text_length  the text */
 NIVARO_API void SS256(char* result, nivaro_length result_length, const char* text,
                       nivaro_length text_length) NIVARO_NOEXCEPT;
-/* Length without trailing blanks and codes of 0; puts a code of 0 behind it where there is room. */
+
+/** Length of a text without trailing blanks and codes of 0. Puts a code of 0 behind it where there
+ *  is room.
+ *  \param[in,out] text, text_length  the text
+ *  \return the length */
 NIVARO_API int32_t LENSL(char* text, nivaro_length text_length) NIVARO_NOEXCEPT;
-/* First, or every, occurrence of `old_text` in any letter case replaced. */
+
+/** Replaces the first occurrence of a text, in any letter case. Trailing blanks of the old and the
+ *  new text do not count; a blank old text changes nothing.
+ *  \param[out] result, result_length  the result
+ *  \param[in] text, text_length  the text
+ *  \param[in] old_text, old_length  what is replaced
+ *  \param[in] new_text, new_length  what takes its place */
 NIVARO_API void REPLACE(char* result, nivaro_length result_length, const char* text,
                         const char* old_text, const char* new_text, nivaro_length text_length,
                         nivaro_length old_length, nivaro_length new_length) NIVARO_NOEXCEPT;
+
+/** As REPLACE, for every occurrence. The search goes on behind what was put in.
+ *  \param[out] result, result_length  the result
+ *  \param[in] text, text_length  the text
+ *  \param[in] old_text, old_length  what is replaced
+ *  \param[in] new_text, new_length  what takes its place */
 NIVARO_API void REPLACEALL(char* result, nivaro_length result_length, const char* text,
                            const char* old_text, const char* new_text, nivaro_length text_length,
                            nivaro_length old_length, nivaro_length new_length) NIVARO_NOEXCEPT;
 
-/* ---- Geometry ---------------------------------------------------------------------------------
- * Points and lines in the plane; lengths below 1e-6 are zero. A name ending in _8 gives the same as
- * its partner. */
+/** @} */
 
-/* Distance of two points; 0 when they are closer than 1e-6 along both axes. */
+/** \defgroup geometry Geometry
+ *  Points and lines in the plane, in any unit of length; lengths below 1e-6 are zero. A line is
+ *  given by two points and directed from the first to the second. Line A goes from 1 to 2, line B
+ *  from 3 to 4. A name that ends in _8 does the same as its partner.
+ *  @{ */
+
+/** Distance of two points; 0 when they are closer than 1e-6 along both axes.
+ *  \param[in] x1, y1, x2, y2  the points
+ *  \return the distance */
 NIVARO_API double DISTANCE(const double* x1, const double* y1, const double* x2,
                            const double* y2) NIVARO_NOEXCEPT;
+
+/** \copydoc DISTANCE */
 NIVARO_API double DISTANCE_8(const double* x1, const double* y1, const double* x2,
                              const double* y2) NIVARO_NOEXCEPT;
-/* Length of a vector; 0 when neither component exceeds 1e-6. */
+
+/** Length of a vector; 0 when neither component exceeds 1e-6.
+ *  \param[in] u, v  the components
+ *  \return the length */
 NIVARO_API double VECTOR_MAGNITUDE(const double* u, const double* v) NIVARO_NOEXCEPT;
-/* Width of the water surface in a circular section filled to a depth; 0 when it is empty or full. */
+
+/** Width of the water surface in a circular section; 0 when it is empty or full within 1e-5.
+ *  \param[in] radius  of the section
+ *  \param[in] depth  of the water, from the lowest point
+ *  \return the width */
 NIVARO_API double CIRCLE_WIDTH(const double* radius, const double* depth) NIVARO_NOEXCEPT;
-/* The points are closer than the tolerance along both axes. */
+
+/** Whether two points are closer than a tolerance along both axes.
+ *  \param[in] x1, y1, x2, y2  the points
+ *  \param[in] tolerance  the tolerance
+ *  \return true when they are */
 NIVARO_API nivaro_logical SAME_POINT(const double* x1, const double* y1, const double* x2,
                                      const double* y2, const double* tolerance) NIVARO_NOEXCEPT;
+
+/** \copydoc SAME_POINT */
 NIVARO_API nivaro_logical SAME_POINT_8(const double* x1, const double* y1, const double* x2,
                                        const double* y2, const double* tolerance) NIVARO_NOEXCEPT;
-/* Positive when points 3 and 4 lie on the same side of the line through 1 and 2, negative when on
- * opposite sides, 0 when one of them lies on it. */
+
+/** Whether points 3 and 4 lie on the same side of the line through 1 and 2.
+ *  \param[in] x1, y1, x2, y2  the line
+ *  \param[in] x3, y3, x4, y4  the points
+ *  \return positive on the same side, negative on opposite sides, 0 when one of them lies on the
+ *          line */
 NIVARO_API double SAME_SIDE(const double* x1, const double* y1, const double* x2, const double* y2,
                             const double* x3, const double* y3, const double* x4,
                             const double* y4) NIVARO_NOEXCEPT;
+
+/** \copydoc SAME_SIDE */
 NIVARO_API double SAME_SIDE_8(const double* x1, const double* y1, const double* x2,
                               const double* y2, const double* x3, const double* y3,
                               const double* x4, const double* y4) NIVARO_NOEXCEPT;
-/* -1 for a point 3 left of or on the line from 1 to 2, +1 for one on its right. */
+
+/** On which side of a directed line a point lies.
+ *  \param[in] x1, y1, x2, y2  the line
+ *  \param[in] x3, y3  the point
+ *  \return -1 left of the line or on it, +1 on its right */
 NIVARO_API int32_t POINT_POSITION_8(const double* x1, const double* y1, const double* x2,
                                     const double* y2, const double* x3,
                                     const double* y3) NIVARO_NOEXCEPT;
-/* Point 3 lies exactly on the line through 1 and 2. */
+
+/** Whether a point lies exactly on a line.
+ *  \param[in] x1, y1, x2, y2  the line, which has no ends
+ *  \param[in] x3, y3  the point
+ *  \return true when it does */
 NIVARO_API nivaro_logical INTERSECT_POINT(const double* x1, const double* y1, const double* x2,
                                           const double* y2, const double* x3,
                                           const double* y3) NIVARO_NOEXCEPT;
-/* Segments A (1 to 2) and B (3 to 4) meet; touching counts, and so do any two on one line. */
+
+/** Whether two segments meet. Touching counts, and so do any two on one line.
+ *  \param[in] x1, y1, x2, y2  segment A
+ *  \param[in] x3, y3, x4, y4  segment B
+ *  \return true when they do */
 NIVARO_API nivaro_logical INTERSECT_LINE(const double* x1, const double* y1, const double* x2,
                                          const double* y2, const double* x3, const double* y3,
                                          const double* x4, const double* y4) NIVARO_NOEXCEPT;
+
+/** \copydoc INTERSECT_LINE */
 NIVARO_API nivaro_logical INTERSECT_LINE_8(const double* x1, const double* y1, const double* x2,
                                            const double* y2, const double* x3, const double* y3,
                                            const double* x4, const double* y4) NIVARO_NOEXCEPT;
-/* Where the lines of A and B cross: 3 on both segments, 1 on A only, 2 on B only, 4 on neither,
- * 0 nowhere (parallel), -1 everywhere (one line). A segment's first point does not belong to it. */
+
+/** On which of two segments the crossing of their lines lies. The first point of a segment does not
+ *  belong to it, the second does.
+ *  \param[in] x1, y1, x2, y2  segment A
+ *  \param[in] x3, y3, x4, y4  segment B
+ *  \return 3 on both, 1 on A only, 2 on B only, 4 on neither; 0 for parallel lines, -1 for one line
+ */
 NIVARO_API int32_t INTERSECT_LINE_V2(const double* x1, const double* y1, const double* x2,
                                      const double* y2, const double* x3, const double* y3,
                                      const double* x4, const double* y4) NIVARO_NOEXCEPT;
+
+/** \copydoc INTERSECT_LINE_V2 */
 NIVARO_API int32_t INTERSECT_LINE_V2_8(const double* x1, const double* y1, const double* x2,
                                        const double* y2, const double* x3, const double* y3,
                                        const double* x4, const double* y4) NIVARO_NOEXCEPT;
-/* The crossing of the lines of A and B; false, and the point left alone, when there is none. */
+
+/** The crossing of two lines, which have no ends.
+ *  \param[in] x1, y1, x2, y2  line A
+ *  \param[in] x3, y3, x4, y4  line B
+ *  \param[out] xi, yi  the crossing; left alone for parallel lines
+ *  \return false for parallel lines */
 NIVARO_API nivaro_logical INTERSECTION_POINT(const double* x1, const double* y1, const double* x2,
                                              const double* y2, const double* x3, const double* y3,
                                              const double* x4, const double* y4, double* xi,
                                              double* yi) NIVARO_NOEXCEPT;
+
+/** \copydoc INTERSECTION_POINT */
 NIVARO_API nivaro_logical INTERSECTION_POINT_8(const double* x1, const double* y1, const double* x2,
                                                const double* y2, const double* x3, const double* y3,
                                                const double* x4, const double* y4, double* xi,
                                                double* yi) NIVARO_NOEXCEPT;
-/* Angle between the lines of A and B in degrees, 0 to 180. */
+
+/** Angle between two directed lines, 0 to 180 degrees.
+ *  \param[in] x1, y1, x2, y2  line A
+ *  \param[in] x3, y3, x4, y4  line B
+ *  \return the angle in degrees; 0 when a line has no length */
 NIVARO_API double ANGLE2D(const double* x1, const double* y1, const double* x2, const double* y2,
                           const double* x3, const double* y3, const double* x4,
                           const double* y4) NIVARO_NOEXCEPT;
-/* Points in the frame of a grid: origin (x0, y0), first axis in direction `angle` (radians). The
- * result arrays are others than those of the points. */
+
+/** Points in the frame of a grid: with (dx, dy) from the origin to a point, the result is (dx cos +
+ *  dy sin, dy cos - dx sin).
+ *  \param[in] x, y  the points, `count` each
+ *  \param[in] count  number of points; nothing happens below 1
+ *  \param[in] x0, y0  origin of the grid
+ *  \param[in] angle  direction of its first axis, radians
+ *  \param[out] shifted_x, shifted_y  the points in its frame, `count` each; not the arrays read */
 NIVARO_API void GEO_SHIFT(const double* x, const double* y, const int32_t* count, const double* x0,
                           const double* y0, const double* angle, double* shifted_x,
                           double* shifted_y) NIVARO_NOEXCEPT;
-/* A point lies inside an odd number of polygons. Their vertices stand one after another, each polygon
- * closed in itself (last vertex like the first) and followed by one slot that is not used;
- * `vertex_count` includes these slots. `polygon_ends` holds the number of each polygon's last vertex,
- * counted from 1, `min_x` the least x. A table that does not fit the vertices ends the run. */
+
+/** Whether a point lies inside an odd number of polygons. Their vertices stand one after another,
+ *  each polygon closed in itself (its last vertex is like its first) and followed by one slot that
+ *  is not used.
+ *  \param[in] px, py  the point
+ *  \param[in] x, y  the vertices, `vertex_count` each
+ *  \param[in] vertex_count  number of vertices, unused slots included
+ *  \param[in] min_x  least x of the vertices
+ *  \param[in] polygon_ends  number of each polygon's last vertex, counted from 1; `polygon_count`
+ *          of them
+ *  \param[in] polygon_count  number of polygons
+ *  \return true inside
+ *  \note Ends the run when vertices are left behind the last polygon. */
 NIVARO_API nivaro_logical INSIDE_POLYGON(const double* px, const double* py, const double* x,
                                          const double* y, const int32_t* vertex_count,
                                          const double* min_x, const int32_t* polygon_ends,
                                          const int32_t* polygon_count) NIVARO_NOEXCEPT;
+
+/** \copydoc INSIDE_POLYGON */
 NIVARO_API nivaro_logical INSIDE_POLYGON_8(const double* px, const double* py, const double* x,
                                            const double* y, const int32_t* vertex_count,
                                            const double* min_x, const int32_t* polygon_ends,
                                            const int32_t* polygon_count) NIVARO_NOEXCEPT;
-/* Linear interpolation of values z at the three corners of a triangle; false, with the result
- * -99999, when a side is parallel to the line through the point. NO_CHECKS: for points known to lie
- * in a proper triangle. */
+
+/** Linear interpolation of values at the corners of a triangle.
+ *  \param[in] px, py  the point
+ *  \param[in] x, y, z  coordinates and values of the corners, 3 each
+ *  \param[out] result  the value; -99999 where there is none
+ *  \return false when the line from the third corner to the point is parallel to the opposite side
+ */
 NIVARO_API nivaro_logical INTERPOLATE_TRIANGLE(const double* px, const double* py, const double* x,
                                                const double* y, const double* z,
                                                double* result) NIVARO_NOEXCEPT;
+
+/** \copydoc INTERPOLATE_TRIANGLE */
 NIVARO_API nivaro_logical INTERPOLATE_TRIANGLE_8(const double* px, const double* py,
                                                  const double* x, const double* y, const double* z,
                                                  double* result) NIVARO_NOEXCEPT;
+
+/** As INTERPOLATE_TRIANGLE, for a point that is known to lie in a proper triangle.
+ *  \param[in] px, py  the point
+ *  \param[in] x, y, z  coordinates and values of the corners, 3 each
+ *  \param[out] result  the value */
 NIVARO_API void INTERPOLATE_TRIANGLE_NO_CHECKS(const double* px, const double* py, const double* x,
                                                const double* y, const double* z,
                                                double* result) NIVARO_NOEXCEPT;
-/* The same in an element of 3 or 4 corners, of 4 as the mean over the triangles that contain the
- * point; false outside. */
+
+/** Interpolation in an element of 3 or 4 corners; of 4, the mean over the triangles that contain
+ *  the point.
+ *  \param[in] px, py  the point
+ *  \param[in] x, y, z  coordinates and values of the corners, `vertex_count` each
+ *  \param[in] vertex_count  3 or 4; anything else gives false
+ *  \param[in] min_x  least x of the corners
+ *  \param[out] result  the value; outside of 4 corners -99999, outside of 3 left alone
+ *  \return true inside */
 NIVARO_API nivaro_logical INTERPOLATE_ELEMENT_8(const double* px, const double* py, const double* x,
                                                 const double* y, const double* z,
                                                 const int32_t* vertex_count, const double* min_x,
                                                 double* result) NIVARO_NOEXCEPT;
-/* Wet area, width of the water surface and wetted perimeter of a piece of bed from (x1, z1) to
- * (x2, z2) under a level; all 0 with a switch of 0 or less. The second form halves the piece. */
+
+/** Wet geometry of a straight piece of bed under a water level; dry pieces give 0.
+ *  \param[in] x1, z1, x2, z2  the ends of the piece: place along the section and elevation
+ *  \param[in] level  elevation of the water
+ *  \param[in] is_used  0 or less: all results are 0
+ *  \param[out] area  wet area
+ *  \param[out] width  width of the water surface
+ *  \param[out] perimeter  length of bed under water */
 NIVARO_API void HYD_PARAM(const double* x1, const double* z1, const double* x2, const double* z2,
                           const double* level, const int32_t* is_used, double* area, double* width,
                           double* perimeter) NIVARO_NOEXCEPT;
+
+/** As HYD_PARAM, for the two halves of a piece.
+ *  \param[in] x1, z1, x2, z2  the ends of the piece
+ *  \param[in] is_first_used, is_second_used  switch of each half, as in HYD_PARAM
+ *  \param[in] level  elevation of the water
+ *  \param[out] area1, area2  wet area of each half
+ *  \param[out] width1, width2  width of the water surface
+ *  \param[out] perimeter1, perimeter2  length of bed under water */
 NIVARO_API void HYD_PARAM2(const double* x1, const double* z1, const int32_t* is_first_used,
                            const double* x2, const double* z2, const int32_t* is_second_used,
                            const double* level, double* area1, double* area2, double* width1,
                            double* width2, double* perimeter1, double* perimeter2) NIVARO_NOEXCEPT;
-/* The cells that points in local coordinates may touch, and the box around them. Low indices are at
- * least 0, high ones at most the bounds. The first index grows with local y. */
+
+/** The cells that points may touch, and the box around the points. A cell's index is the whole part
+ *  of coordinate / cell size, plus 1; low indices are at least 0, high ones at most the bounds.
+ *  \param[in] x, y  points in the grid's own frame, `count` each
+ *  \param[in] count  number of points; below 2: one point
+ *  \param[in] cell_size  of both axes
+ *  \param[in] first_bound, second_bound  highest index along the first axis (local y) and the
+ *          second (local x)
+ *  \param[out] first_low, second_low, first_high, second_high  the cells; high below low: none
+ *  \param[out] min_x, min_y, max_x, max_y  the box */
 NIVARO_API void SET_SUB_GRID_AREA(const double* x, const double* y, const int32_t* count,
                                   const double* cell_size, const int32_t* first_bound,
                                   const int32_t* second_bound, int32_t* first_low,
@@ -528,56 +1078,125 @@ NIVARO_API void SET_SUB_GRID_AREA(const double* x, const double* y, const int32_
                                   double* min_x, double* min_y, double* max_x,
                                   double* max_y) NIVARO_NOEXCEPT;
 
-/* ---- Paths: "\" or "/" separates, a drive is a letter and ":", "\\" begins a network path ---- */
+/** @} */
 
-/* Extension with its dot; FILEEXT in lower case. */
+/** \defgroup paths Paths
+ *  Paths taken apart and put together as texts. Backslash and slash separate, a drive is a letter
+ *  and a colon, two backslashes at the start name a network share. An extension begins at the last
+ *  point of the name, a tail at the last underscore of the name without its extension. A part that
+ *  is not there is blank.
+ *  @{ */
+
+/** The extension with its point, in lower case.
+ *  \param[out] result, result_length  the extension
+ *  \param[in] path, path_length  the path */
 NIVARO_API void FILEEXT(char* result, nivaro_length result_length, const char* path,
                         nivaro_length path_length) NIVARO_NOEXCEPT;
+
+/** As FILEEXT, with its letter case kept.
+ *  \param[out] result, result_length  the extension
+ *  \param[in] path, path_length  the path */
 NIVARO_API void FILEEXTKC(char* result, nivaro_length result_length, const char* path,
                           nivaro_length path_length) NIVARO_NOEXCEPT;
-/* Part of the base name from its last underscore on, in lower case. */
+
+/** The tail with its underscore, in lower case: "_h" of "M01_5m_H.dat".
+ *  \param[out] result, result_length  the tail
+ *  \param[in] path, path_length  the path */
 NIVARO_API void FILE___EXT(char* result, nivaro_length result_length, const char* path,
                            nivaro_length path_length) NIVARO_NOEXCEPT;
-/* Name without folder and extension; EXT: with extension; NO_: also without underscore part. */
+
+/** The name without folder and extension.
+ *  \param[out] result, result_length  the name
+ *  \param[in] path, path_length  the path */
 NIVARO_API void FILENAME(char* result, nivaro_length result_length, const char* path,
                          nivaro_length path_length) NIVARO_NOEXCEPT;
+
+/** The name with its extension.
+ *  \param[out] result, result_length  the name
+ *  \param[in] path, path_length  the path */
 NIVARO_API void FILENAMEEXT(char* result, nivaro_length result_length, const char* path,
                             nivaro_length path_length) NIVARO_NOEXCEPT;
+
+/** The name without folder, extension and tail.
+ *  \param[out] result, result_length  the name
+ *  \param[in] path, path_length  the path */
 NIVARO_API void FILENAMENO_(char* result, nivaro_length result_length, const char* path,
                             nivaro_length path_length) NIVARO_NOEXCEPT;
-/* Path without extension; NO_: also without the name's underscore part. */
+
+/** The path without its extension; a path that is nothing else stays whole.
+ *  \param[out] result, result_length  the path
+ *  \param[in] path, path_length  the path */
 NIVARO_API void FILENAMEPATH(char* result, nivaro_length result_length, const char* path,
                              nivaro_length path_length) NIVARO_NOEXCEPT;
+
+/** As FILENAMEPATH, without the tail too.
+ *  \param[out] result, result_length  the path
+ *  \param[in] path, path_length  the path */
 NIVARO_API void FILENAMEPATHNO_(char* result, nivaro_length result_length, const char* path,
                                 nivaro_length path_length) NIVARO_NOEXCEPT;
-/* Folder with its last separator. */
+
+/** The folder with its last separator.
+ *  \param[out] result, result_length  the folder
+ *  \param[in] path, path_length  the path */
 NIVARO_API void FILEFOLDERPATH(char* result, nivaro_length result_length, const char* path,
                                nivaro_length path_length) NIVARO_NOEXCEPT;
-/* Slashes turned to backslashes. */
+
+/** The path with backslashes for slashes.
+ *  \param[out] result, result_length  the path
+ *  \param[in] path, path_length  the path */
 NIVARO_API void DOSPATH(char* result, nivaro_length result_length, const char* path,
                         nivaro_length path_length) NIVARO_NOEXCEPT;
-/* Path as shown on the console. */
+
+/** The path without leading blanks, as shown on the console.
+ *  \param[out] result, result_length  the path
+ *  \param[in] path, path_length  the path */
 NIVARO_API void CORRECTSLASH(char* result, nivaro_length result_length, const char* path,
                              nivaro_length path_length) NIVARO_NOEXCEPT;
-/* Doubled separators collapsed, in the argument too. */
+
+/** The path without leading blanks, each doubled separator made one. A pair at the start stays, and
+ *  then all pairs of the same character. 1000 characters are kept.
+ *  \param[out] result, result_length  the path
+ *  \param[in,out] path, path_length  the path; cleaned in place too */
 NIVARO_API void CLEANPATH(char* result, nivaro_length result_length, char* path,
                           nivaro_length path_length) NIVARO_NOEXCEPT;
-/* Parent and current folder references resolved. */
+
+/** The path with backslashes only, without doubled ones behind its start, and with references to
+ *  parent and current folder resolved where the text alone allows it. 1000 characters are kept.
+ *  \param[out] result, result_length  the path
+ *  \param[in] path, path_length  the path */
 NIVARO_API void REMOVEDOTDOT(char* result, nivaro_length result_length, const char* path,
                              nivaro_length path_length) NIVARO_NOEXCEPT;
-/* A file name placed in a folder, unless it names a drive or network path itself. */
+
+/** A file in a folder, tidied as by REMOVEDOTDOT. A file with a drive or on a share is taken as it
+ *  is; a blank file gives the folder, or "." where that is blank too.
+ *  \param[out] result, result_length  the path
+ *  \param[in] folder, folder_length  the folder, with or without a last separator
+ *  \param[in] file, file_length  the file */
 NIVARO_API void ADDFOLDER(char* result, nivaro_length result_length, const char* folder,
                           const char* file, nivaro_length folder_length,
                           nivaro_length file_length) NIVARO_NOEXCEPT;
-/* Another drive letter for a path that has one. */
+
+/** Another drive letter for a path that has one.
+ *  \param[in,out] path, path_length  the path; unchanged without a drive
+ *  \param[in] drive, drive_length  the letter; blank: nothing happens */
 NIVARO_API void CHANGEDRIVE(char* path, const char* drive, nivaro_length path_length,
                             nivaro_length drive_length) NIVARO_NOEXCEPT;
 
-/* ---- The end of a run ------------------------------------------------------------------------ */
+/** @} */
 
-/* Closes all files, waits for Enter (not before start-up), and ends the process: exit code 1, or 0
- * before start-up. Does not return. */
+/** \defgroup end The end of a run
+ *  @{ */
+
+/** Closes layers and files, waits for Enter, and ends the process with exit code 1; before start-up
+ *  it does not wait and the code is 0. Where standard input has ended it does not wait either. Does
+ *  not return. */
 NIVARO_API void EXITS(void) NIVARO_NOEXCEPT;
+
+/** @} */
+
+#ifdef __clang__
+#pragma clang diagnostic pop
+#endif
 
 #ifdef __cplusplus
 }

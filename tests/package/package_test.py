@@ -52,6 +52,7 @@ class PackageTest(unittest.TestCase):
         build = pathlib.Path(tempfile.mkdtemp(dir=self.folder))
         wanted = {"CONSUMER_LANGUAGE": "C", "WANTED_VERSION": "1.0", "WANTED_COMPONENTS": "shared",
                   "WANTED_TARGET": "NivaroMorphology::NivaroMorphology",
+                  "CMAKE_CXX_FLAGS": "-Wall -Wextra -Wpedantic -Wconversion -Werror",
                   "CMAKE_PREFIX_PATH": self.tree} | wanted
         return build, run("cmake", "-G", "Ninja", "-S", CONSUMER, "-B", build,
                           *(f"-D{name}={value}" for name, value in wanted.items()))
