@@ -3,8 +3,9 @@
 
 Usage: io_ratios.py BENCH_FOLDER [REPETITIONS]
 
-BENCH_FOLDER holds the built benchmark programs. Files go to a temporary folder (TMPDIR chooses the
-file system). Needs gdal_rasterize and ogr2ogr.
+The verdict goes by CPU time (user and system); the time on the clock also counts what others do on
+the machine. BENCH_FOLDER holds the built benchmark programs. Files go to a temporary folder
+(TMPDIR chooses the file system). Needs gdal_rasterize and ogr2ogr.
 """
 import json
 import os
@@ -107,14 +108,14 @@ class Table:
     def times_faster(self, what, ours, measure, theirs, least_ratio):
         ratio = Cost(theirs.cpu / ours.cpu, theirs.wall / ours.wall)
         self.row(what, ours, measure, theirs, ratio, f"{least_ratio} times faster",
-                 min(ratio) >= least_ratio)
+                 ratio.cpu >= least_ratio)
 
     def within(self, what, ours, measure, theirs, most):
         ratio = Cost(ours.cpu / theirs.cpu, ours.wall / theirs.wall)
-        self.row(what, ours, measure, theirs, ratio, f"within {most} times", max(ratio) <= most)
+        self.row(what, ours, measure, theirs, ratio, f"within {most} times", ratio.cpu <= most)
 
     def below(self, what, ours, most):
-        self.row(what, ours, "", None, None, f"under {most * 1e3:g} ms", max(ours) < most)
+        self.row(what, ours, "", None, None, f"under {most * 1e3:g} ms", ours.cpu < most)
 
 
 def main():
