@@ -2,7 +2,7 @@
 """Compares the names that leave the library in all places: version script, module definition file,
 public header, and the symbols that each built library shows.
 
-Usage: check_exports.py LIBRARY...    shared (.so) or static (.a)
+Usage: check_exports.py LIBRARY...    shared (.so or .dll) or static (.a)
 """
 import pathlib
 import re
@@ -16,7 +16,16 @@ def names_in(pattern, path):
     return re.findall(pattern, (ROOT / path).read_text(encoding="utf-8"), re.M)
 
 
+def export_table(library):
+    listing = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", library], check=True,
+                             capture_output=True, text=True).stdout
+    table = listing.partition("[Ordinal/Name Pointer] Table\n")[2].partition("\n\n")[0]
+    return [line.split()[-1] for line in table.splitlines()]
+
+
 def shown_symbols(library):
+    if library.endswith(".dll"):
+        return export_table(library)
     table = "--extern-only" if library.endswith(".a") else "--dynamic"
     listing = subprocess.run(["nm", table, "--defined-only", library], check=True,
                              capture_output=True, text=True).stdout

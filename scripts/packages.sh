@@ -29,5 +29,6 @@ EXAMPLE_PACKAGES=(libtomlplusplus-dev libcli11-dev gnuplot-nox)
 TEST_PACKAGES=(libgtest-dev libgmock-dev gfortran clang-14 clang-format-14 clang-tidy-14
   libclang-rt-14-dev python3 gdal-bin shapelib libxml2-utils
   dpkg-dev file pkgconf)
+WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine64 googletest)
 DOC_PACKAGES=(doxygen)
 BENCH_PACKAGES=(libbenchmark-dev gdal-bin python3)

@@ -1,15 +1,18 @@
-// What the system knows about a file without opening it.
+// What the system knows about a file without opening it. Each system has a source of its own.
 #pragma once
 
-#include <filesystem>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
 namespace nivaro {
 
+// A time on the system's own scale, to be compared only: larger is later.
+using SaveDate = std::int64_t;
+
 // When the file of this path (of the described kind, see host_path) was last saved; none when there
 // is no such file or the system does not say. Of several files whose names differ in letter case
 // only, the latest.
-std::optional<std::filesystem::file_time_type> saveDate(std::string_view path);
+std::optional<SaveDate> saveDate(std::string_view path);
 
 }  // namespace nivaro

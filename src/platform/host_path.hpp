@@ -1,4 +1,5 @@
 // Where a path of the described kind (backslashes or slashes, any letter case) lies on this system.
+// Each system has a source of its own.
 #pragma once
 
 #include <string>
@@ -18,6 +19,9 @@ struct HostPath {
 // and `exists` is false. The same holds for the folders above a file that does not exist yet. Case
 // is that of the letters a to z.
 HostPath hostPath(std::string_view path);
+
+// The absolute form of such a path, without "." and "..".
+std::string absolutePath(std::string_view path);
 
 // Whether the folder exists, and its creation with all folders above it; true when it is there
 // afterwards. No shell is involved. A blank folder is the working folder.

@@ -13,6 +13,16 @@
 
 namespace nivaro {
 
+// What tells a file from all others, by whatever name or link it is reached.
+struct FileIdentity {
+  std::uint64_t volume = 0;
+  std::uint64_t number = 0;
+  bool operator==(const FileIdentity&) const = default;
+};
+
+// None where there is no such file.
+std::optional<FileIdentity> fileIdentity(const std::string& path);
+
 class NativeFile {
  public:
   NativeFile() = default;
@@ -20,14 +30,15 @@ class NativeFile {
   NativeFile(const NativeFile&) = delete;
   NativeFile& operator=(const NativeFile&) = delete;
 
-  // Empty on success, else the system's reason, as for all that return a text here. Other programs
-  // may read and write the file meanwhile. A folder is refused.
+  // Empty on success, else the system's reason, as for all that return a text here. What other
+  // programs may do with the file meanwhile is up to the options where the system keeps files to
+  // those who have them open, else everything. A folder is refused.
   std::string open(const std::string& path, const OpenOptions& options);
   std::string close();
-  bool isOpen() const { return descriptor_ >= 0; }
+  bool isOpen() const { return descriptor_ != kNone; }
 
-  // Whether `path` leads to this very file.
-  bool isFile(const std::string& path) const;
+  // None while no file is open.
+  const std::optional<FileIdentity>& identity() const { return identity_; }
 
   // The number of bytes read, 0 at the end of the file; none when the system reports an error.
   std::optional<std::size_t> read(std::span<char> bytes);
@@ -38,7 +49,9 @@ class NativeFile {
   std::optional<std::uint64_t> seekEnd();
 
  private:
-  int descriptor_ = -1;
+  static constexpr std::intptr_t kNone = -1;
+  std::intptr_t descriptor_ = kNone;  // what the system calls the open file: a number or a handle
+  std::optional<FileIdentity> identity_;
 };
 
 // What ends a line of a text file on this system.

@@ -38,7 +38,21 @@ int aboveStandardStreams(int descriptor) {
   return moved;
 }
 
+int number(std::intptr_t descriptor) {
+  return static_cast<int>(descriptor);
+}
+
+FileIdentity identityOf(const struct stat& status) {
+  return {status.st_dev, status.st_ino};
+}
+
 }  // namespace
+
+std::optional<FileIdentity> fileIdentity(const std::string& path) {
+  struct stat status;
+  if (::stat(path.c_str(), &status) != 0) return std::nullopt;
+  return identityOf(status);
+}
 
 NativeFile::~NativeFile() {
   close();
@@ -53,31 +67,27 @@ std::string NativeFile::open(const std::string& path, const OpenOptions& options
   if (descriptor < 0) return reason(errno);
 
   struct stat status;
-  if (::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
+  const bool isKnown = ::fstat(descriptor, &status) == 0;
+  if (isKnown && S_ISDIR(status.st_mode)) {
     ::close(descriptor);
     return reason(EISDIR);
   }
   descriptor_ = descriptor;
+  if (isKnown) identity_ = identityOf(status);
   return {};
 }
 
 std::string NativeFile::close() {
   if (!isOpen()) return {};
-  const int result = ::close(descriptor_);
-  descriptor_ = -1;  // closed even where the system reports that the last data were lost
+  const int result = ::close(number(descriptor_));
+  descriptor_ = kNone;  // closed even where the system reports that the last data were lost
+  identity_.reset();
   return result == 0 ? std::string() : reason(errno);
-}
-
-bool NativeFile::isFile(const std::string& path) const {
-  struct stat here;
-  struct stat there;
-  return isOpen() && ::fstat(descriptor_, &here) == 0 && ::stat(path.c_str(), &there) == 0 &&
-         here.st_dev == there.st_dev && here.st_ino == there.st_ino;
 }
 
 std::optional<std::size_t> NativeFile::read(std::span<char> bytes) {
   for (;;) {
-    const ssize_t count = ::read(descriptor_, bytes.data(), bytes.size());
+    const ssize_t count = ::read(number(descriptor_), bytes.data(), bytes.size());
     if (count >= 0) return static_cast<std::size_t>(count);
     if (errno != EINTR) return std::nullopt;
   }
@@ -85,7 +95,7 @@ std::optional<std::size_t> NativeFile::read(std::span<char> bytes) {
 
 std::string NativeFile::write(std::string_view bytes) {
   while (!bytes.empty()) {
-    const ssize_t count = ::write(descriptor_, bytes.data(), bytes.size());
+    const ssize_t count = ::write(number(descriptor_), bytes.data(), bytes.size());
     if (count >= 0)
       bytes.remove_prefix(static_cast<std::size_t>(count));
     else if (errno != EINTR)
@@ -95,11 +105,11 @@ std::string NativeFile::write(std::string_view bytes) {
 }
 
 bool NativeFile::seek(std::uint64_t offset) {
-  return ::lseek(descriptor_, static_cast<off_t>(offset), SEEK_SET) >= 0;
+  return ::lseek(number(descriptor_), static_cast<off_t>(offset), SEEK_SET) >= 0;
 }
 
 std::optional<std::uint64_t> NativeFile::seekEnd() {
-  const off_t end = ::lseek(descriptor_, 0, SEEK_END);
+  const off_t end = ::lseek(number(descriptor_), 0, SEEK_END);
   if (end < 0) return std::nullopt;
   return static_cast<std::uint64_t>(end);
 }

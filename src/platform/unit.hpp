@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -30,7 +31,10 @@ class Unit {
   const OpenOptions& options() const { return options_; }
 
   // Whether `path` names the very file that is open here, by whatever spelling or link.
-  bool isOpenOn(const std::string& path) const { return file_.isFile(path); }
+  bool isOpenOn(const std::string& path) const { return isOpenOn(fileIdentity(path)); }
+  bool isOpenOn(const std::optional<FileIdentity>& file) const {
+    return file && file == file_.identity();
+  }
 
   // Writes what is buffered and closes. False when any of it, or an earlier write, failed.
   bool close();

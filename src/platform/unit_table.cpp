@@ -25,8 +25,9 @@ Unit* UnitTable::find(std::int32_t number) {
 }
 
 std::optional<std::int32_t> UnitTable::numberOf(const std::string& path) const {
+  const std::optional<FileIdentity> file = fileIdentity(path);
   for (const auto& [number, unit] : units_)
-    if (unit.isOpenOn(path)) return number;
+    if (unit.isOpenOn(file)) return number;
   return std::nullopt;
 }
 

@@ -7,6 +7,7 @@
 #include "platform/support.hpp"
 #include "support/temp_folder.hpp"
 #include "support/test_process.hpp"
+#include "this_system.hpp"
 
 namespace nivaro {
 namespace {
@@ -110,15 +111,16 @@ TEST_F(FileUnitsTest, ClosesEverythingAtExitWithoutAWord) {
 }
 
 TEST_F(FileUnitsTest, ReportsDataThatCouldNotBeWritten) {
+  if (!test::hasFullDisk()) GTEST_SKIP();
   const std::string report = "Could not write all of /dev/full: No space left on device\n";
-  std::int32_t unit = files.openFile("/dev/full", "O ", 1);
+  std::int32_t unit = files.openFile(test::kFullDisk, "O ", 1);
   files.find(unit)->writeRecord("lost");
   console.output.clear();
   files.closeFile(unit);
   EXPECT_EQ(console.output, report + "...Closed File Unit:2001\n");
   EXPECT_EQ(unit, 0);
 
-  unit = files.openFile("/dev/full", "O ", 1);
+  unit = files.openFile(test::kFullDisk, "O ", 1);
   files.find(unit)->writeRecord("lost");
   console.output.clear();
   EXPECT_EQ(exitCodeOf([&] { files.closeAllAtExit(); }), 1);

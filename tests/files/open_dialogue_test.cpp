@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <deque>
@@ -10,8 +9,10 @@
 #include <functional>
 #include <string>
 
+#include "locked_file.hpp"
 #include "support/temp_folder.hpp"
 #include "support/test_process.hpp"
+#include "this_system.hpp"
 
 namespace nivaro {
 namespace {
@@ -116,12 +117,14 @@ TEST_F(OpenDialogueTest, CountsEightyCharactersOfAnAnsweredNameAndFindsAFileThat
   const std::string there = folder.path("there");
   answers = {there + std::string(80 - there.size(), ' ') + "beyond"};
   EXPECT_EQ(open(folder.path("missing"), "I "), 2001);
+  units.close(2001);
   fs::remove(there);
   answers = {""};
   EXPECT_EQ(open(there, "I "), 2001);
 }
 
 TEST_F(OpenDialogueTest, ListsInputFilesThatDifferInCaseOnly) {
+  if (!test::kLetterCaseCounts) GTEST_SKIP();
   folder.write("run.mcf", "");
   folder.write("RUN.mcf", "");
   answers = {folder.path("run.mcf")};
@@ -161,17 +164,18 @@ TEST_F(OpenDialogueTest, AsksForANameWhenTheOpenFileIsToStayOpen) {
 
 TEST_F(OpenDialogueTest, OpensSharedAndInputFilesTwiceWithoutAQuestion) {
   const std::string path = folder.path("out");
-  open(path, "O ");
+  open(path, "S ");
   for (const char* mode : {"I ", "A ", "AB", "S ", "SB", "SE"})
     EXPECT_EQ(open(path, mode, 2002), 2002) << mode;
   EXPECT_TRUE(isOpen(2001));
 }
 
 TEST_F(OpenDialogueTest, EndsWhereTheOpenFileCannotBeClosed) {
-  open("/dev/full", "O ");
+  if (!test::hasFullDisk()) GTEST_SKIP();
+  open(test::kFullDisk, "O ");
   units.find(2001)->writeRecord("lost");
   answers = {"Y"};
-  EXPECT_EQ(exitCodeOf("/dev/full", "O "), 1);
+  EXPECT_EQ(exitCodeOf(test::kFullDisk, "O "), 1);
   EXPECT_THAT(output, HasSubstr("close it?   Unable to close file.\n"));
 }
 
@@ -218,6 +222,7 @@ std::string lockedText(const std::string& path) {
 }
 
 TEST_F(OpenDialogueTest, WaitsForAFileThatCannotBeOpened) {
+  if (!test::kLetterCaseCounts) GTEST_SKIP();
   folder.write("out", "");
   folder.write("OUT", "");  // which of the two is meant by "Out"?
   const std::string path = folder.path("Out");
@@ -249,7 +254,7 @@ TEST_F(OpenDialogueTest, ReplacesAFileOfAnotherCase) {
   folder.write("Bed.DAT", "old");
   open(folder.path("bed.dat"), "O ");
   EXPECT_EQ(folder.read("Bed.DAT"), "");
-  EXPECT_FALSE(fs::exists(folder.path("bed.dat")));
+  EXPECT_EQ(fs::exists(folder.path("bed.dat")), !test::kLetterCaseCounts);
 }
 
 // Every question ends the run once nobody can answer: files closed, reason given, exit code 1.
@@ -277,11 +282,10 @@ TEST_F(OpenDialogueTest, EndsTheRunAtAQuestionThatNobodyCanAnswer) {
   expectEnd(folder.path("file/sub/x"), "O ", "Press Enter to Continue\n");
 }
 
-// A socket is there, is no folder, and cannot be opened by anybody.
 class WithLockedFile : public OpenDialogueTest {
  protected:
-  WithLockedFile() { mknod(path.c_str(), S_IFSOCK | S_IRUSR | S_IWUSR, 0); }
   std::string path = folder.path("file");
+  test::LockedFile file{path};
 };
 
 TEST_F(WithLockedFile, EndsTheRunForInputsAndGivesNoUnitWhenAppending) {
@@ -289,7 +293,7 @@ TEST_F(WithLockedFile, EndsTheRunForInputsAndGivesNoUnitWhenAppending) {
     output.clear();
     EXPECT_EQ(exitCodeOf(path, mode), 1);
     EXPECT_THAT(output, testing::EndsWith(path + "...\nCould not open \"" + path +
-                                          "\": No such device or address\n"));
+                                          "\": " + test::LockedFile::kReason + "\n"));
   }
   output.clear();
   EXPECT_EQ(open(path, "A "), 0);
@@ -298,7 +302,7 @@ TEST_F(WithLockedFile, EndsTheRunForInputsAndGivesNoUnitWhenAppending) {
 
 TEST_F(WithLockedFile, WaitsForOtherOutputs) {
   console.beforeAnswer = [&] {
-    if (answers.size() == 1) fs::remove(path);
+    if (answers.size() == 1) file.release();
   };
   answers = {"", ""};
   EXPECT_EQ(open(path, "O "), 2001);

@@ -62,7 +62,7 @@ TEST(HostRun, WritesADatasetThatFitsItsMesh) {
       << folder.read("said");
 
   const std::string mesh = folder.read("new folder/out/reach.2dm");
-  const std::string dataset = folder.read("new folder/out/reach_morDH.dat");
+  const std::string dataset = folder.bytes("new folder/out/reach_morDH.dat");
   const std::size_t elements = linesBeginning(mesh, "E4Q ");
   const std::size_t nodes = linesBeginning(mesh, "ND ");
   EXPECT_EQ(elements, 12u * 3u);

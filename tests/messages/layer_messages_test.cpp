@@ -74,7 +74,7 @@ TEST_F(LayerMessagesTest, ShapefileTakesThePlaceAndOneLine) {
   message("ERROR - a", "b");
 
   EXPECT_TRUE(console.output.ends_with("XY: ERROR - a  b\n")) << console.output;
-  EXPECT_THAT(folder.read("shapes_P.dbf"), HasSubstr("ERROR - a  b   "));
+  EXPECT_THAT(folder.bytes("shapes_P.dbf"), HasSubstr("ERROR - a  b   "));
 }
 
 TEST_F(LayerMessagesTest, NoLayerForALocatedMessageEndsTheRun) {

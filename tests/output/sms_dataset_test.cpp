@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "support/test_module.hpp"
+#include "this_system.hpp"
 
 namespace nivaro {
 namespace {
@@ -39,7 +40,7 @@ struct Dataset : test::ModuleTest {
 
   Dataset() { dataset.open(folder.path("run_morDH.dat")); }
 
-  Bytes file() const { return {folder.read("run_morDH.dat")}; }
+  Bytes file() const { return {folder.bytes("run_morDH.dat")}; }
 
   CellFlags flags(double time, double offset, std::int32_t skippedCode) {
     return {.time = time,
@@ -176,11 +177,12 @@ TEST_F(Dataset, RecordIsOnTheDiskWhenItsLastDomainIsWritten) {
   dataset.writeFlags({1, 1}, flags(1, 0, 9), kRange);
   dataset.writeValues({1, 1}, 0, std::nullopt, kRange);
 
-  EXPECT_EQ(folder.read("run_morDH.dat").size(), 9U + 2U + 2U * 4U);
+  EXPECT_EQ(folder.bytes("run_morDH.dat").size(), 9U + 2U + 2U * 4U);
 }
 
 TEST_F(Dataset, FullDiskEndsTheRunAndNamesTheFile) {
-  dataset.open("/dev/full");
+  if (!test::hasFullDisk()) GTEST_SKIP();
+  dataset.open(test::kFullDisk);
 
   EXPECT_THROW(dataset.writeHeader("x"), test::ProcessEnded);
   EXPECT_TRUE(shown("ERROR - Could not write file \"/dev/full\""));

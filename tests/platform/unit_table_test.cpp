@@ -16,7 +16,7 @@ constexpr OpenOptions kReplace{OpenOptions::Form::Formatted, OpenOptions::Status
 
 TEST(UnitTable, KnowsAFileByWhateverName) {
   const test::TempFolder folder;
-  std::filesystem::create_symlink(folder.write("file", ""), folder.path("link"));
+  std::filesystem::create_hard_link(folder.write("file", ""), folder.path("link"));
   UnitTable units;
   ASSERT_EQ(units.open(2001, folder.path("file"), kReplace), "");
 

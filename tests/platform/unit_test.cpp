@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 #include <vector>
 
 #include "support/temp_folder.hpp"
+#include "this_system.hpp"
 
 namespace nivaro {
 namespace {
@@ -181,7 +181,8 @@ TEST_F(UnitTest, OverwritesEarlierBytesAndGoesOnAtTheEnd) {
 }
 
 TEST_F(UnitTest, AppendsAtTheEnd) {
-  const OpenOptions append{Form::Formatted, Status::Unknown, Action::Write, Position::End};
+  const OpenOptions append{
+      .status = Status::Unknown, .action = Action::Write, .position = Position::End};
   for (const char* text : {"a", "b"}) {
     open(append);
     unit.writeRecord(text);
@@ -191,7 +192,8 @@ TEST_F(UnitTest, AppendsAtTheEnd) {
 }
 
 TEST_F(UnitTest, ReadsAndWritesInTurn) {
-  folder.write("file", "one\ntwo\nthree\n");
+  const std::string end(lineEnd());
+  folder.write("file", "one" + end + "two" + end + "three" + end);
   open(kUpdate);
   EXPECT_EQ(next(), "one");
   unit.writeRecord("TWO");  // over the record that would be read next
@@ -218,8 +220,8 @@ TEST_F(UnitTest, KeepsAByteOrderMarkOfABinaryFile) {
 }
 
 TEST_F(UnitTest, RemembersTheFirstFailedWrite) {
-  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP();
-  ASSERT_EQ(unit.open("/dev/full", kReplace), "");
+  if (!test::hasFullDisk()) GTEST_SKIP();
+  ASSERT_EQ(unit.open(test::kFullDisk, kReplace), "");
   EXPECT_TRUE(unit.writeRecord("waits in the buffer"));
   EXPECT_EQ(unit.failure(), "");
   EXPECT_FALSE(unit.flush());

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """What only a whole process shows: how a run ends, what stands on the console, what is on the disk.
 
-Usage: process_test.py SCENARIO_HOST RESTART_HOST
+Usage: process_test.py [UNDER_WINE] SCENARIO_HOST RESTART_HOST
 """
 import os
 import pathlib
@@ -13,7 +13,9 @@ import tempfile
 import time
 import unittest
 
-HOST = RESTART_HOST = None
+HOST = RESTART_HOST = None  # commands: under Wine a launcher comes first
+IS_WINDOWS = False
+LINE_END = b"\n"
 HEADER_BYTES = 15 * 4 + 40
 RECORD_BYTES = 4 + 1 + 4 + 30 + 6 * 4
 
@@ -23,19 +25,32 @@ class ProcessTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory(prefix="nivaro process ")
         self.addCleanup(folder.cleanup)
         self.folder = pathlib.Path(folder.name)
-        self.prefix = str(self.folder / "run")
+        self.set_run(self.folder / "run")
+
+    def set_run(self, run):
+        self.run_files = str(run)
+        self.prefix = self.name(run)
+
+    # A file as the host names it.
+    def name(self, path):
+        return "Z:" + str(path).replace("/", "\\") if IS_WINDOWS else str(path)
 
     def run_host(self, scenario, *arguments, answers="", **more):
-        return subprocess.run([HOST, scenario, self.prefix, *arguments], input=answers,
+        return subprocess.run([*HOST, scenario, self.prefix, *arguments], input=answers,
                               stdout=subprocess.PIPE, text=True, timeout=60, **more)
 
     def write(self, name, text):
         path = self.folder / name
         path.write_bytes(text.encode())
-        return str(path)
+        return self.name(path)
 
     def read(self, suffix):
-        return pathlib.Path(self.prefix + suffix).read_bytes()
+        return pathlib.Path(self.run_files + suffix).read_bytes()
+
+    def fill_disk_for(self, suffix):
+        if IS_WINDOWS or not os.path.exists("/dev/full"):
+            self.skipTest("no file that takes no byte")
+        os.symlink("/dev/full", self.run_files + suffix)
 
     def test_exits_before_start_up_neither_waits_nor_fails(self):
         run = self.run_host("exits_first")
@@ -43,7 +58,7 @@ class ProcessTest(unittest.TestCase):
         self.assertEqual(run.returncode, 0)
 
     def test_exits_waits_for_enter_and_ends_with_code_1(self):
-        host = subprocess.Popen([HOST, "exits", self.prefix], stdin=subprocess.PIPE,
+        host = subprocess.Popen([*HOST, "exits", self.prefix], stdin=subprocess.PIPE,
                                 stdout=subprocess.PIPE, text=True)
         output = ""
         while not output.endswith("\nPress Enter to Close"):
@@ -55,7 +70,7 @@ class ProcessTest(unittest.TestCase):
 
     def test_exits_does_not_wait_for_ever_without_standard_input(self):
         self.assertEqual(self.run_host("exits").returncode, 1)
-        closed = subprocess.run([HOST, "exits", self.prefix], stdout=subprocess.DEVNULL, timeout=60,
+        closed = subprocess.run([*HOST, "exits", self.prefix], stdout=subprocess.DEVNULL, timeout=60,
                                 preexec_fn=lambda: os.close(0))
         self.assertEqual(closed.returncode, 1)
 
@@ -91,38 +106,38 @@ class ProcessTest(unittest.TestCase):
                 "<ibf", dataset, HEADER_BYTES + record * RECORD_BYTES)
             self.assertEqual((card, status, hours), (200, 1, float(record)))
         self.assertEqual(struct.unpack("<i", dataset[-4:])[0], 210)
-        self.assertEqual(self.read(".mlf").count(b"one more record\n"), 3)
+        self.assertEqual(self.read(".mlf").count(b"one more record" + LINE_END), 3)
 
     def test_killed_host_loses_no_record_and_no_line(self):
         control = self.write("run.mcf", "")
-        host = subprocess.Popen([HOST, "endless", self.prefix, control],
+        host = subprocess.Popen([*HOST, "endless", self.prefix, control],
                                 stdin=subprocess.DEVNULL, stdout=subprocess.PIPE)
         for line in host.stdout:
-            if line == b"one more record\n":
+            if line == b"one more record" + LINE_END:
                 break
         time.sleep(0.05)
         host.send_signal(signal.SIGKILL)
-        shown = 1 + host.stdout.read().count(b"one more record\n")
+        shown = 1 + host.stdout.read().count(b"one more record" + LINE_END)
         host.wait(timeout=60)
         host.stdout.close()
         dataset, log = self.read("_morDH.dat"), self.read(".mlf")
         self.assertGreaterEqual((len(dataset) - HEADER_BYTES) // RECORD_BYTES, shown)
-        self.assertGreaterEqual(log.count(b"one more record\n"), shown)
-        self.assertTrue(log.endswith(b"\n"))
+        self.assertGreaterEqual(log.count(b"one more record" + LINE_END), shown)
+        self.assertTrue(log.endswith(LINE_END))
 
     def test_full_disk_ends_the_run_and_names_the_file(self):
-        os.symlink("/dev/full", self.prefix + "_morDH.dat")
+        self.fill_disk_for("_morDH.dat")
         run = self.run_host("run", self.write("run.mcf", ""), answers="\n")
         self.assertEqual(run.returncode, 1)
         self.assertIn("ERROR - Could not write file \"" + self.prefix + "_morDH.dat\"", run.stdout)
         self.assertIn(b"ERROR - Could not write file", self.read(".mlf"))
 
     def test_full_disk_of_the_log_is_no_reason_to_stop(self):
-        os.symlink("/dev/full", self.prefix + ".mlf")
+        self.fill_disk_for(".mlf")
         self.assertEqual(self.run_host("run", self.write("run.mcf", "")).returncode, 7)
 
     def test_file_that_failed_before_does_not_cut_the_end_of_the_run_short(self):
-        os.symlink("/dev/full", self.prefix + ".mlf")
+        self.fill_disk_for(".mlf")
         run = self.run_host("control_file", self.write("bad.mcf", "Slump Slope == steep\n"),
                             answers="\n")
         self.assertEqual(run.returncode, 1)
@@ -130,15 +145,15 @@ class ProcessTest(unittest.TestCase):
 
     def test_closed_standard_output_is_no_reason_to_stop(self):
         control = self.write("run.mcf", "")
-        closed = subprocess.run([HOST, "run", self.prefix, control], stdin=subprocess.DEVNULL,
+        closed = subprocess.run([*HOST, "run", self.prefix, control], stdin=subprocess.DEVNULL,
                                 timeout=60, preexec_fn=lambda: os.close(1))
         self.assertEqual(closed.returncode, 7)
         self.assertEqual(len(self.read("_morDH.dat")), HEADER_BYTES + 3 * RECORD_BYTES + 4)
 
     def test_output_folder_is_made_without_a_shell(self):
-        self.prefix = str(self.folder / "a; touch b" / "$(c)" / "run")
+        self.set_run(self.folder / "a; touch b" / "$(c)" / "run")
         self.assertEqual(self.run_host("run", self.write("run.mcf", "")).returncode, 7)
-        self.assertTrue(pathlib.Path(self.prefix + ".mlf").exists())
+        self.assertTrue(pathlib.Path(self.run_files + ".mlf").exists())
         self.assertFalse((self.folder / "b").exists())
 
     def restart(self, prefix, steps, *state_in):
@@ -148,8 +163,8 @@ class ProcessTest(unittest.TestCase):
                 "Set Morphology Bed Limit Elevation == -1.2\n")
         files = [self.write("1.mcf", sand), self.write("2.mcf", sand + "Slump Slope == 3\n")]
         state = self.folder / (prefix + ".state")
-        run = subprocess.run([RESTART_HOST, self.folder / prefix, *files, str(steps), state,
-                              *state_in], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+        run = subprocess.run([*RESTART_HOST, self.name(self.folder / prefix), *files, str(steps),
+                              *map(self.name, (state, *state_in))], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                              text=True, timeout=60)
         self.assertEqual(run.returncode, 0, run.stdout)
         return state, (self.folder / (prefix + "_morDH.dat")).read_bytes()[100:-4]
@@ -164,6 +179,8 @@ class ProcessTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    HOST = os.path.abspath(sys.argv.pop(1))
-    RESTART_HOST = os.path.abspath(sys.argv.pop(1))
-    unittest.main()
+    *launcher, host, restart_host = map(os.path.abspath, sys.argv[1:])
+    HOST, RESTART_HOST = [*launcher, host], [*launcher, restart_host]
+    if host.endswith(".exe"):
+        IS_WINDOWS, LINE_END = True, b"\r\n"
+    unittest.main(argv=sys.argv[:1])

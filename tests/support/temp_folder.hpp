@@ -1,20 +1,25 @@
 // A folder of its own for each test, gone with it, and files in it by name.
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <string_view>
+
+#include "platform/native_file.hpp"
 
 namespace nivaro::test {
 
 class TempFolder {
  public:
   TempFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "nivaro_XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
+    std::random_device number;
+    do {
+      folder_ = std::filesystem::temp_directory_path() / "nivaro_";
+      folder_ += std::to_string(number());
+    } while (!std::filesystem::create_directory(folder_));
   }
   ~TempFolder() {
     std::error_code ignored;
@@ -30,9 +35,21 @@ class TempFolder {
     return path(name);
   }
 
-  std::string read(std::string_view name) const {
+  std::string bytes(std::string_view name) const {
     std::ifstream file(path(name), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  // A text file, with "\n" for the line ends of this system.
+  std::string read(std::string_view name) const {
+    const std::string content = bytes(name);
+    std::string text;
+    for (std::size_t at = 0; at < content.size();) {
+      const bool atLineEnd = content.compare(at, lineEnd().size(), lineEnd()) == 0;
+      text += atLineEnd ? '\n' : content[at];
+      at += atLineEnd ? lineEnd().size() : 1;
+    }
+    return text;
   }
 
  private:

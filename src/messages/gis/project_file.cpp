@@ -2,10 +2,8 @@
 
 #include <cstddef>
 #include <cstdlib>
-#include <filesystem>
 #include <initializer_list>
 #include <span>
-#include <system_error>
 
 #include "files/path.hpp"
 #include "platform/host_path.hpp"
@@ -75,19 +73,14 @@ class XmlLines {
   std::string text_;
 };
 
-// Absolute, so that the project opens from wherever it is moved to.
-std::string dataSource(const std::string& file) {
-  std::error_code ignored;
-  return std::filesystem::absolute(hostPath(file).path, ignored).lexically_normal().string();
-}
-
 std::string mapLayer(const ProjectEntry& entry, const std::string& id) {
   const Look& look = lookOf(entry.kind);
   XmlLines xml;
   xml.line(2, {R"(<maplayer minimumScale="0" maximumScale="1e+08" type="vector" geometry=")",
                look.geometry, R"(" hasScaleBasedVisibilityFlag="0">)"});
   xml.line(3, {"<id>", id, "</id>"});
-  xml.line(3, {"<datasource>", xmlText(dataSource(entry.file)), "</datasource>"});
+  // Absolute, so that the project opens from wherever it is moved to.
+  xml.line(3, {"<datasource>", xmlText(absolutePath(entry.file)), "</datasource>"});
   xml.line(3, {"<layername>", xmlText(fileName(entry.file)), "</layername>"});
   xml.line(3, {R"(<provider encoding="UTF-8">ogr</provider>)"});
   xml.line(3, {R"(<renderer-v2 symbollevels="0" type="singleSymbol">)"});

@@ -7,6 +7,7 @@
 
 #include "messages/gis/layer_table.hpp"
 #include "support/test_module.hpp"
+#include "this_system.hpp"
 
 namespace nivaro::gis::test {
 
@@ -45,7 +46,7 @@ class GisTest : public nivaro::test::ModuleTest {
 
   // A file of this name takes no byte, as on a full disk.
   void makeFull(std::string_view name) const {
-    std::filesystem::create_symlink("/dev/full", folder.path(name));
+    std::filesystem::create_symlink(nivaro::test::kFullDisk, folder.path(name));
   }
 
   FileUnits& files = module.files;

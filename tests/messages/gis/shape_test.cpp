@@ -29,7 +29,7 @@ struct Bytes {
 
 class Shape : public GisTest {
  protected:
-  Bytes bytes(std::string_view name) const { return {folder.read(name)}; }
+  Bytes bytes(std::string_view name) const { return {folder.bytes(name)}; }
 };
 
 using testing::ElementsAre;
@@ -58,9 +58,9 @@ TEST_F(Shape, HeadersAndIndexTellWhatWasWrittenAfterEachRecord) {
     EXPECT_EQ(shp.big(start + 4), 10);
     EXPECT_THAT(shp.reals(start + 12, 2), ElementsAre(10.0 * i, -i));
   }
-  const std::string before = folder.read("a_P.shp") + folder.read("a_P.dbf");
+  const std::string before = folder.bytes("a_P.shp") + folder.bytes("a_P.dbf");
   layers.gisCloseLayer(layer);
-  EXPECT_EQ(folder.read("a_P.shp") + folder.read("a_P.dbf"), before);
+  EXPECT_EQ(folder.bytes("a_P.shp") + folder.bytes("a_P.dbf"), before);
   EXPECT_EQ(bytes("a_P.shx").big(24), 62);
   EXPECT_EQ(bytes("a_R.shp").big(24), 50);  // the empty ones are whole too
 }

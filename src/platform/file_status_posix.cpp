@@ -1,21 +1,21 @@
-#include "platform/file_status.hpp"
-
+#include <filesystem>
 #include <string>
 #include <system_error>
 #include <vector>
 
+#include "platform/file_status.hpp"
 #include "platform/host_path.hpp"
 
 namespace nivaro {
 
-std::optional<std::filesystem::file_time_type> saveDate(std::string_view path) {
+std::optional<SaveDate> saveDate(std::string_view path) {
   HostPath file = hostPath(path);
   if (file.ambiguous.empty()) file.ambiguous.push_back(file.path);
 
-  std::optional<std::filesystem::file_time_type> latest;
+  std::optional<SaveDate> latest;
   for (const std::string& spelling : file.ambiguous) {
     std::error_code error;
-    const auto date = std::filesystem::last_write_time(spelling, error);
+    const auto date = std::filesystem::last_write_time(spelling, error).time_since_epoch().count();
     if (!error && (!latest || date > *latest)) latest = date;
   }
   return latest;

@@ -118,6 +118,11 @@ HostPath hostPath(std::string_view path) {
   return result;
 }
 
+std::string absolutePath(std::string_view path) {
+  std::error_code ignored;
+  return fs::absolute(hostPath(path).path, ignored).lexically_normal().string();
+}
+
 bool folderExists(std::string_view folder) {
   return searchFolder(folder).exists;
 }
