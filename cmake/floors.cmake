@@ -35,12 +35,17 @@ function(nivaro_ctest program prefix label)
   endif()
 endfunction()
 
+# Where tests find what they share, and what they need of the system they run on.
+function(nivaro_test_includes program)
+  target_include_directories(${program} PRIVATE ${PROJECT_SOURCE_DIR}/tests
+    ${PROJECT_SOURCE_DIR}/tests/support/$<IF:$<PLATFORM_ID:Windows>,windows,posix>)
+endfunction()
+
 # The unit tests of one floor, in one program.
 function(nivaro_unit_tests name)
   cmake_parse_arguments(UNIT "" "" "SOURCES" ${ARGN})
   add_executable(${name}_test ${UNIT_SOURCES})
-  target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests
-    ${PROJECT_SOURCE_DIR}/tests/support/$<IF:$<PLATFORM_ID:Windows>,windows,posix>)
+  nivaro_test_includes(${name}_test)
   # Tests are read and built more often than they run.
   target_compile_options(${name}_test PRIVATE -O1)
   target_link_libraries(${name}_test PRIVATE floor_${name} GTest::gmock_main)

@@ -122,8 +122,9 @@ TEST_F(LayerTableTest, AFullDiskStopsTheRunWithOneWord) {
     const std::string name = "full" + file.substr(1);
     for (int unit = 2001; unit < 2020; ++unit) module.units.close(unit);  // full ones too
     makeFull(name + file);
-    const std::string output = shownWhenStopping(
-        [&] { write(layers.gisOpenLayer(settingsFor(format, name)), pointAt(1, 2)); });
+    const std::string output = shownWhenStopping([&, format = format] {
+      write(layers.gisOpenLayer(settingsFor(format, name)), pointAt(1, 2));
+    });
     EXPECT_THAT(output, HasSubstr(shown));
     EXPECT_EQ(output.find("ERROR"), output.rfind("ERROR")) << output;
   }

@@ -16,6 +16,9 @@ inline bool hasFullDisk() {
   return std::filesystem::exists(kFullDisk);
 }
 
+// A shared library that every machine of this system has.
+inline constexpr const char* kSomeLibrary = "libm.so.6";
+
 // The program was built with the address sanitizer, which ends it where memory runs out.
 inline bool isAddressSanitized() {
   return dlsym(RTLD_DEFAULT, "__asan_init") != nullptr;

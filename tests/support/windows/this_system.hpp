@@ -12,6 +12,9 @@ inline bool hasFullDisk() {
   return false;
 }
 
+// A shared library that every machine of this system has.
+inline constexpr const char* kSomeLibrary = "kernel32.dll";
+
 // The program was built with the address sanitizer, which ends it where memory runs out.
 inline bool isAddressSanitized() {
   return false;
