@@ -27,6 +27,12 @@ endif()
 # since compiled modules differ from compiler to compiler.
 install(DIRECTORY include/ DESTINATION include COMPONENT development)
 
+# From this list other compilers of Windows make import libraries of their own.
+if(WIN32)
+  install(FILES src/exports/exports.def DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
+          RENAME nivaro_morphology.def)
+endif()
+
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/NivaroMorphologyConfigVersion.cmake
                                  COMPATIBILITY SameMajorVersion)
 install(FILES cmake/NivaroMorphologyConfig.cmake
