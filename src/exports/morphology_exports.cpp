@@ -60,9 +60,8 @@ void QVMOR_INITIALISE_S2(const std::int32_t* timeCodeSwitch, const double* flagD
 void QVMOR_SETUP_S2(const Logical* active, const std::int32_t* domain, const std::int32_t* n,
                     const std::int32_t* m, const std::int32_t*, const std::int32_t*,
                     std::int32_t* nextRealPosition, std::int32_t* nextIntegerPosition) noexcept {
-  requireDomain(theModule(), *domain);
-  theModule().fields.reserve(*domain, isTrue(*active), *n, *m, *nextRealPosition,
-                             *nextIntegerPosition);
+  reserveFields(theModule(), {.domain = *domain, .active = isTrue(*active), .n = *n, .m = *m},
+                *nextRealPosition, *nextIntegerPosition);
 }
 
 void QVMOR_RDINPF(const char* controlFile, const std::int32_t* domain,

@@ -1,5 +1,7 @@
 #include "interface/domain_field_table.hpp"
 
+#include <limits>
+
 namespace nivaro {
 
 namespace {
@@ -20,6 +22,12 @@ enum RealField : std::size_t {
   kCornerChange,
 };
 
+// Whether stretches from a position on, and the position behind them, can be counted.
+bool fits(std::int32_t position, std::int64_t cells, std::size_t stretches) {
+  const std::int64_t room = std::numeric_limits<std::int32_t>::max() - std::int64_t{position};
+  return position >= 1 && cells <= room / static_cast<std::int64_t>(stretches);
+}
+
 // Positions are counted from 1.
 Grid<double> gridAt(double* work, std::int32_t position, std::int32_t n, std::int32_t m) {
   return {work + (position - 1), n, m};
@@ -27,9 +35,13 @@ Grid<double> gridAt(double* work, std::int32_t position, std::int32_t n, std::in
 
 }  // namespace
 
-void DomainFieldTable::reserve(std::int32_t domain, bool active, std::int32_t n, std::int32_t m,
+bool DomainFieldTable::reserve(std::int32_t domain, bool active, std::int32_t n, std::int32_t m,
                                std::int32_t& nextReal, std::int32_t& nextInteger) {
-  const std::int32_t size = active ? n * m : 1;
+  const std::int64_t cells = active ? std::int64_t{n} * m : 1;
+  if (active && (n < 0 || m < 0)) return false;
+  if (!fits(nextReal, cells, kRealFields) || !fits(nextInteger, cells, 1)) return false;
+
+  const auto size = static_cast<std::int32_t>(cells);
   Row& row = rows_[index(domain)];
   row.active = active;
   for (std::int32_t& position : row.real) {
@@ -38,6 +50,7 @@ void DomainFieldTable::reserve(std::int32_t domain, bool active, std::int32_t n,
   }
   row.bedCode = nextInteger;
   nextInteger += size;
+  return true;
 }
 
 SedimentFields DomainFieldTable::fields(std::int32_t domain, const WorkArrays& work, std::int32_t n,

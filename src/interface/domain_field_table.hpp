@@ -29,8 +29,9 @@ class DomainFieldTable {
 
   static constexpr bool isDomain(std::int32_t domain) { return domain >= 1 && domain <= kDomains; }
 
-  // Reserves the fields of a domain from the given positions on and moves these past them.
-  void reserve(std::int32_t domain, bool active, std::int32_t n, std::int32_t m,
+  // Reserves the fields of a domain from the given positions on and moves these past them. False,
+  // and nothing done, where they would not lie between 1 and the largest position.
+  bool reserve(std::int32_t domain, bool active, std::int32_t n, std::int32_t m,
                std::int32_t& nextReal, std::int32_t& nextInteger);
 
   const Row& row(std::int32_t domain) const { return rows_[index(domain)]; }

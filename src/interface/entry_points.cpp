@@ -33,6 +33,16 @@ void requireFields(Module& module, std::int32_t domain) {
     stopForDomain(module, domain, " has no fields: QVMOR_SETUP_S2 comes first");
 }
 
+void reserveFields(Module& module, const ReservationCall& call, std::int32_t& nextReal,
+                   std::int32_t& nextInteger) {
+  requireDomain(module, call.domain);
+  if (!module.fields.reserve(call.domain, call.active, call.n, call.m, nextReal, nextInteger))
+    stopForDomain(module, call.domain,
+                  " of " + std::to_string(call.n) + " x " + std::to_string(call.m) +
+                      " cells does not fit behind positions " + std::to_string(nextReal) + " and " +
+                      std::to_string(nextInteger) + ", which count from 1 in 4-byte integers");
+}
+
 void readControlFile(Module& module, const ControlFileCall& call) {
   requireFields(module, call.domain);
   // A domain without morphology has one dummy cell for each field: no layer reaches it.

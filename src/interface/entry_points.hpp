@@ -13,6 +13,16 @@
 
 namespace nivaro {
 
+// Reserves the fields of one domain in the host's work arrays.
+struct ReservationCall {
+  std::int32_t domain = 0;
+  bool active = false;
+  std::int32_t n = 0;
+  std::int32_t m = 0;
+};
+void reserveFields(Module& module, const ReservationCall& call, std::int32_t& nextReal,
+                   std::int32_t& nextInteger);
+
 // Reads the control file of one domain into its options and fields.
 struct ControlFileCall {
   std::string_view controlFile;

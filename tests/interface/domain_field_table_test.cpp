@@ -46,5 +46,24 @@ TEST(DomainFieldTable, ActiveDomainGetsTwelveRealStretchesInOrderAndAnIntegerOne
   EXPECT_EQ(&fields.d90(2, 1) - &fields.d90(1, 1), 1);  // the first index varies fastest
 }
 
+TEST(DomainFieldTable, RefusesStretchesThatPositionsCannotCount) {
+  struct Case {
+    std::int32_t n, m, nextReal, nextInteger;
+    bool isReserved;
+  };
+  // The position behind the fields may be 2^31 - 1: 12 x 178,956,970 elements from position 7 on.
+  const Case cases[] = {
+      {178956970, 1, 1, 1, true},  {178956970, 1, 7, 1, true},  {178956970, 1, 8, 1, false},
+      {178956971, 1, 1, 1, false}, {65536, 65537, 1, 1, false}, {3, 3, 1, 2147483640, false},
+      {3, 3, 0, 1, false},         {3, 3, 1, 0, false},         {-3, -3, 1, 1, false}};
+  for (const Case& c : cases) {
+    DomainFieldTable table;
+    std::int32_t nextReal = c.nextReal;
+    std::int32_t nextInteger = c.nextInteger;
+    EXPECT_EQ(table.reserve(1, true, c.n, c.m, nextReal, nextInteger), c.isReserved) << c.n;
+    EXPECT_EQ(nextReal == c.nextReal && nextInteger == c.nextInteger, !c.isReserved) << c.n;
+  }
+}
+
 }  // namespace
 }  // namespace nivaro
