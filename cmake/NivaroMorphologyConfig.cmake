@@ -1,6 +1,7 @@
 # find_package(NivaroMorphology 1.0 CONFIG [COMPONENTS shared static]): the targets
 # NivaroMorphology::shared and NivaroMorphology::static, and NivaroMorphology::NivaroMorphology, which
 # is the shared library where that was asked for. Without components: all that are installed.
+# NivaroMorphology_FORTRAN_MODULE is the module source that a host in Fortran adds to its own.
 set(components ${NivaroMorphology_FIND_COMPONENTS})
 if(NOT components)
   set(components shared static)
@@ -16,6 +17,9 @@ foreach(component IN LISTS components)
     set(NivaroMorphology_NOT_FOUND_MESSAGE "NivaroMorphology has no component \"${component}\" here")
   endif()
 endforeach()
+
+get_filename_component(NivaroMorphology_FORTRAN_MODULE
+                       ${CMAKE_CURRENT_LIST_DIR}/../../../include/nivaro_morphology.f90 ABSOLUTE)
 
 if(NOT TARGET NivaroMorphology::NivaroMorphology)
   add_library(NivaroMorphology::NivaroMorphology INTERFACE IMPORTED)
