@@ -963,10 +963,11 @@ contains
   ! into them: call this with both positions at 1 first, and allocate afterwards.
   !   active                 the domain has morphology: 12 n m reals and n m integers; else 12 reals
   !                          and 1 integer
-  !   domain                 1 to 100; another number stops the run
+  !   domain                 1 to 100
   !   n, m                   cells along the first and the second index
   !   next_real_position     in: first free position, counted from 1; out: the first one behind the
   !   next_integer_position  reservation
+  ! Stops the run: another domain, or positions that are not between 1 and the largest integer.
   subroutine qvmor_setup_s2(active, domain, n, m, next_real_position, next_integer_position)
     logical, intent(in) :: active
     integer(c_int32_t), intent(in) :: domain, n, m
@@ -1051,7 +1052,7 @@ contains
   ! ---- Bed change dataset ---------------------------------------------------------------------
 
   ! Header, once, after qvmor_initialise_s2. Viewers show "DELH " and the first 35 characters of the
-  ! name. A full disk stops the run here and in the three calls below.
+  ! name. A full disk stops the run here and in the other calls of this group.
   subroutine qvmor_wrsmsf_write_header(name)
     character(*), intent(in) :: name
     character(35) :: shown
@@ -1086,6 +1087,7 @@ contains
   !   first_i ...       range of cells averaged to corners; one cell of the grid to spare around it
   !   point_i, point_j  corner of each point: element (i, j) as in zpts
   !   real_work         in/out: the domain's field of corner values is overwritten
+  ! Stops the run: a domain outside 1 to 100, a full disk.
   subroutine qvmor_wrsmsf_dat_results(domain, last_domain, point_counts, write_values, nx, &
       first_i, first_j, last_i, last_j, point_i, point_j, real_work)
     integer(c_int32_t), intent(in) :: domain, last_domain, point_counts(*), nx, first_i, first_j, &
@@ -1108,7 +1110,8 @@ contains
   !   first_i ... last_j            range written; the index shown is offset + index - 2
   !   x0, y0                        m, lower corner of element (3, 3)
   !   step_a, step_b                m, cell size times cosine and sine of the grid's direction
-  ! Stops the run: a full disk.
+  ! Stops the run: a domain outside 1 to 100, a file that cannot be created or written, bounds of
+  ! the CoordSys line that cannot be read.
   subroutine qvmor_wrmiff(domain, last_domain, write_values, cell_code, depth, nx, first_i, &
       first_j, last_i, last_j, first_offset, second_offset, x0, y0, step_a, step_b, real_work, &
       integer_work)
@@ -1635,7 +1638,7 @@ contains
   end function
 
   ! The same in an element of 3 or 4 corners, of 4 as the mean over the triangles that contain the
-  ! point; false outside.
+  ! point. False outside: with 4 corners the result is -99999 then, with 3 it is left alone.
   function interpolate_element_8(px, py, x, y, z, vertex_count, min_x, result) result(outcome)
     integer(c_int32_t), intent(in) :: vertex_count
     real(c_double), intent(in) :: px, py, min_x, x(vertex_count), y(vertex_count), z(vertex_count)

@@ -138,13 +138,14 @@ extern NIVARO_API nivaro_messages DMESSAGES;
  *  \param[in] check_layer_prefix, check_layer_prefix_length  folder and base name of the check
  *          layer; 1000 characters are kept
  *  \param[in] check_layer_header_source, check_layer_header_source_length  CoordSys line of the
- *          check layer, or blank; 1000 characters are kept
+ *          check layer and of the messages layers; blank: plain metres. 1000 characters are kept
  *  \param[in] host_projection, host_projection_length  the host's CoordSys line in upper case
  *          without blanks and quotes, which layers are compared with; blank: no check; 1000
  *          characters are kept
  *  \param[in] projection_error  a layer of another projection ends the run, otherwise it is a
  *          warning
- *  \note Ends the run when a file cannot be opened and nobody answers the question what to do. */
+ *  \note Ends the run when a file cannot be opened and nobody answers the question what to do, or
+ *          when the workspace cannot be written. */
 NIVARO_API void QVMOR_INITIALISE_S1(
     const char* simulation_name, const char* output_prefix, const char* log_prefix,
     const nivaro_logical* save_date_check, const char* table_extension,
@@ -162,8 +163,9 @@ NIVARO_API void QVMOR_INITIALISE_S1(
  *  \param[in] flag_depth_threshold  above 0: a cell is flagged only where its two depth terms
  *          together exceed it
  *  \param[in] unused3, unused4  not used
- *  \param[in] num_data  values of a time record, summed over all domains
- *  \param[in] num_cells  flags of a time record, summed over all domains */
+ *  \param[in] num_data  values of a time record, summed over all domains: at least as many as are
+ *          written, since more of them spoil the file
+ *  \param[in] num_cells  flags of a time record, in the same way */
 NIVARO_API void QVMOR_INITIALISE_S2(const int32_t* time_code_switch,
                                     const double* flag_depth_threshold, const int32_t* unused3,
                                     const int32_t* unused4, const int32_t* num_data,
@@ -179,7 +181,8 @@ NIVARO_API void QVMOR_INITIALISE_S2(const int32_t* time_code_switch,
  *  \param[in,out] next_real_position  first free position of the real work array, counted from 1;
  *          then the first behind the reservation
  *  \param[in,out] next_integer_position  the same of the integer work array
- *  \note Ends the run when the domain is not 1 to 100. */
+ *  \note Ends the run when the domain is not 1 to 100, or the fields do not lie between position 1
+ *          and the largest 4-byte integer: all domains together may have 178 million cells. */
 NIVARO_API void QVMOR_SETUP_S2(const nivaro_logical* active, const int32_t* domain,
                                const int32_t* n, const int32_t* m, const int32_t* unused5,
                                const int32_t* unused6, int32_t* next_real_position,
@@ -196,8 +199,9 @@ NIVARO_API void QVMOR_SETUP_S2(const nivaro_logical* active, const int32_t* doma
  *          last of these calls
  *  \param[in] n, m  cells along the first and the second index, as reserved
  *  \param[in] first_row_bound, second_row_bound  highest elements that rows of cell tables may set
- *  \param[in] first_object_bound, second_object_bound  highest cells that layers may set, counted
- *          from the origin: n - 2 and m - 2 at most
+ *  \param[in] first_object_bound, second_object_bound  highest cells that points and lines of
+ *          layers may set, counted from the origin: n - 2 and m - 2 at most. Regions fill elements 2
+ *          to n - 2 and 2 to m - 2 whatever they are
  *  \param[in] first_row_offset, second_row_offset  what is taken off the indices of rows
  *  \param[in] dx  cell size along local x, the second index, m
  *  \param[in] dy  cell size along local y, the first index, m
@@ -208,7 +212,7 @@ NIVARO_API void QVMOR_SETUP_S2(const nivaro_logical* active, const int32_t* doma
  *  \param[in] unused19, unused20, unused21  not used
  *  \note Ends the run when the domain has no fields; a command is not known or its value cannot be
  *          read; a file is missing and nobody names another; a layer or table is wrong; files are
- *          nested more than ten deep. */
+ *          nested more than ten deep; the workspace cannot be written. */
 NIVARO_API void QVMOR_RDINPF(const char* control_file, const int32_t* domain,
                              const int32_t* last_domain, const int32_t* n, const int32_t* m,
                              const int32_t* first_row_bound, const int32_t* second_row_bound,
@@ -258,7 +262,7 @@ NIVARO_API void QVMOR_INIT_2D_DOMAIN(const int32_t* domain) NIVARO_NOEXCEPT;
  *  \param[in] unused22  not used
  *  \param[in] time_step  length of the step, s
  *  \param[in] raise_switch  the depth at a side between wet cells is at least `raise_factor` times
- *          the higher level plus the side's bed depth
+ *          the depth that the higher of their levels gives there
  *  \param[in] raise_factor  see `raise_switch`
  *  \param[in] unused26, unused27, unused28, unused29, unused30, unused31, unused32  not used
  *  \param[in,out] real_work  the whole real work array, from its position 1 on
@@ -357,7 +361,8 @@ NIVARO_API void QVMOR_WRSMSF_CLOSE(void) NIVARO_NOEXCEPT;
 
 /** The cells of one domain, each as a square with its indices, code, bed elevation and the six
  *  parameters read for it, in `check_layer_prefix`_mor_check.mif and .mid. Domain 1 comes first:
- *  its call creates the files. The one for the last domain closes them.
+ *  its call creates the files, and waits for Enter behind a warning where the layer has no CoordSys
+ *  line. The one for the last domain closes them.
  *  \param[in] domain  1 to 100
  *  \param[in] last_domain  the last domain
  *  \param[in] values  false, or a domain without morphology: the parameters are shown as 0
