@@ -200,8 +200,8 @@ NIVARO_API void QVMOR_SETUP_S2(const nivaro_logical* active, const int32_t* doma
  *  \param[in] n, m  cells along the first and the second index, as reserved
  *  \param[in] first_row_bound, second_row_bound  highest elements that rows of cell tables may set
  *  \param[in] first_object_bound, second_object_bound  highest cells that points and lines of
- *          layers may set, counted from the origin: n - 2 and m - 2 at most. Regions fill elements 2
- *          to n - 2 and 2 to m - 2 whatever they are
+ *          layers may set, counted from the origin: n - 2 and m - 2 at most. Regions fill elements
+ *          2 to n - 2 and 2 to m - 2 whatever they are
  *  \param[in] first_row_offset, second_row_offset  what is taken off the indices of rows
  *  \param[in] dx  cell size along local x, the second index, m
  *  \param[in] dy  cell size along local y, the first index, m
