@@ -293,8 +293,8 @@ NIVARO_API void QVMORPHOLOGY(
  *  @{ */
 
 /** The dataset's header, once, before the first time record.
- *  \param[in] name  exactly 35 characters, padded with blanks; no hidden length is read. Viewers
- *          show "DELH " and this text
+ *  \param[in] name  35 characters, padded with blanks, or fewer with a code of 0 behind them; no
+ *          hidden length is read. Viewers show "DELH " and this text
  *  \note Ends the run when the file cannot be written (disk full). */
 NIVARO_API void QVMOR_WRSMSF_WRITE_HEADER(const char* name) NIVARO_NOEXCEPT;
 

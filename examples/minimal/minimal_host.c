@@ -122,7 +122,7 @@ int main(int argc, char** argv) {
   call_morphology(&kYes);
 
   /* 4. Steps, with a time record now and then. */
-  QVMOR_WRSMSF_WRITE_HEADER("bed change                         ");
+  QVMOR_WRSMSF_WRITE_HEADER("bed change");
   for (int step = 1; step <= kSteps; ++step) {
     compute_flow();
     call_morphology(&kNo);

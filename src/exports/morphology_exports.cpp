@@ -130,8 +130,8 @@ void QVMORPHOLOGY(const Logical* smoothing, const Logical* initialisation, const
                               .domain = *domain});
 }
 
-void QVMOR_WRSMSF_WRITE_HEADER(const char* name) noexcept {
-  theModule().dataset.writeHeader({name, SmsDataset::kNameLength});
+void QVMOR_WRSMSF_WRITE_HEADER(const char* title) noexcept {
+  theModule().dataset.writeHeader(name(title, SmsDataset::kNameLength));
 }
 
 void QVMOR_WRSMSF_DAT_FLAGS(const std::int32_t* domain, const std::int32_t* lastDomain,
