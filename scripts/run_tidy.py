@@ -21,13 +21,19 @@ def main():
     build = sys.argv[1]
     root = pathlib.Path(__file__).resolve().parent.parent
     commands = json.loads(pathlib.Path(build, "compile_commands.json").read_text())
+    # clang-tidy does not know every option of g++.
+    for command in commands:
+        command["command"] = command["command"].replace(" -fno-gnu-unique", "")
+    known = pathlib.Path(build, "tidy")
+    known.mkdir(exist_ok=True)
+    (known / "compile_commands.json").write_text(json.dumps(commands))
     sources = sorted({c["file"] for c in commands
                       if pathlib.Path(c["file"]).is_relative_to(root / "src")
                       or pathlib.Path(c["file"]).is_relative_to(root / "examples")
                       if c["file"].endswith(".cpp")})
     failed = 0
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        for source, result in zip(sources, pool.map(lambda s: tidy(build, s), sources)):
+        for source, result in zip(sources, pool.map(lambda s: tidy(str(known), s), sources)):
             if result.returncode != 0:
                 failed += 1
                 print(result.stdout, end="")

@@ -4,7 +4,6 @@
 #include <cstdint>
 
 #include "morphology/activity.hpp"
-#include "morphology/cell.hpp"
 
 namespace nivaro {
 namespace {
@@ -41,42 +40,21 @@ void rebuildCorner(const StepInput& in, Cell c) {
   if (count > 0) in.bed.zpts(c.i, c.j) = sum / count;
 }
 
-bool hasFourBeds(const StepInput& in, Cell c) {
-  const auto& code = in.fields.bedCode;
-  if (c.i >= code.n() || c.j >= code.m()) return false;
-  const std::int32_t* row = &code(c.i, c.j);
-  const std::int32_t* next = &code(c.i, c.j + 1);
-  return hasMovableBed(row[0]) && hasMovableBed(row[1]) && hasMovableBed(next[0]) &&
-         hasMovableBed(next[1]);
-}
-
-// The common case of the two above, in the same order of additions.
-void rebuildInside(const StepInput& in, Cell c) {
-  const double* row = &in.bed.zc(c.i, c.j);
-  const double* next = &in.bed.zc(c.i, c.j + 1);
-  const bool high = in.parameters.cellSidesHigh;
-  in.bed.z2(c.i, c.j) = high ? std::min(row[0], next[0]) : 0.5 * (row[0] + next[0]);
-  in.bed.z1(c.i, c.j) = high ? std::min(row[0], row[1]) : 0.5 * (row[0] + row[1]);
-  in.bed.zpts(c.i, c.j) = (0.0 + row[0] + row[1] + next[0] + next[1]) / 4;
-}
-
 }  // namespace
 
-void rebuildRow(const StepInput& in, const Area& area, int j) {
-  if (j < 1 || j > in.fields.bedCode.m()) return;
-  const int lastI = std::min(area.lastI, in.fields.bedCode.n());
-  for (int i = std::max(area.firstI - 1, 1); i <= lastI; ++i) {
-    if (hasFourBeds(in, {i, j})) {
-      rebuildInside(in, {i, j});
-    } else {
-      rebuildSides(in, {i, j});
-      rebuildCorner(in, {i, j});
-    }
+void rebuildCornersAndSides(const StepInput& in, Cell first, int count) {
+  for (int i = first.i; i < first.i + count; ++i) {
+    rebuildSides(in, {i, first.j});
+    rebuildCorner(in, {i, first.j});
   }
 }
 
 void rebuildCornersAndSides(const StepInput& in, const Area& area) {
-  for (int j = area.firstJ - 1; j <= area.lastJ; ++j) rebuildRow(in, area, j);
+  const int firstI = std::max(area.firstI - 1, 1);
+  const int lastI = std::min(area.lastI, in.fields.bedCode.n());
+  const int lastJ = std::min(area.lastJ, in.fields.bedCode.m());
+  for (int j = std::max(area.firstJ - 1, 1); j <= lastJ; ++j)
+    rebuildCornersAndSides(in, {firstI, j}, lastI - firstI + 1);
 }
 
 void confineBedCodes(const StepInput& in, const Area& area) {

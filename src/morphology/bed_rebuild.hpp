@@ -2,6 +2,7 @@
 // beforehand.
 #pragma once
 
+#include "morphology/cell.hpp"
 #include "morphology/fields.hpp"
 #include "platform/grid.hpp"
 
@@ -11,8 +12,8 @@ namespace nivaro {
 // without them keeps its value.
 void rebuildCornersAndSides(const StepInput& in, const Area& area);
 
-// Those of row j alone, which lie above it: from the beds of rows j and j + 1.
-void rebuildRow(const StepInput& in, const Area& area, int j);
+// Those above `count` cells of a row.
+void rebuildCornersAndSides(const StepInput& in, Cell first, int count);
 
 // Sets the bed code to 0 in every cell outside the area.
 void confineBedCodes(const StepInput& in, const Area& area);

@@ -15,6 +15,7 @@ bool isOrdinary(const MorphologyParameters& p) {
   return isWithin(p.fallVelocity, 0.0, 10.0) && isWithin(p.currentRelatedRoughness, 1e-6, 100.0) &&
          isWithin(p.mixingLayerThickness, 0.0, 1e3) && isWithin(p.referenceLevel, 1e-5, 1e3) &&
          isWithin(p.mixingCoefficient, 1e-3, 1e3) && isWithin(p.waterDensity, 1.0, 1e5) &&
+         isWithin(p.concentrationFactor, -1e6, 1e6) &&
          isWithin(p.sandGrainDensity, 1.001 * p.waterDensity, 1e5);
 }
 

@@ -16,29 +16,38 @@ struct SettlingLanes {
   Real deposited;
 };
 
-// (qe / qi)^0.2 as an exponential; deposition.hpp has the equations. Transports too small or too
-// large for the logarithm are left to the plain function.
+// deposition.hpp has the equations. One division serves c and alpha, and with r = (qe / qi)^0.2
+//
+//   1 - r = (1 - qe / qi) / (1 + r + r^2 + r^3 + r^4)
+//
+// keeps the digits that the difference loses. Rounding it as the plain difference is rounded (r has its
+// last place, and 1 - r no better one) gives the plain method's number where r is almost 1. What a
+// division or the root could take out of its range is left to the plain function.
+template <class Real>
+[[gnu::always_inline]] inline Real shareAboveRoot(Real ratio) {
+  const MaskOf<Real> carries = ratio > 1e-300;
+  const Real r = carries ? fifthRoot(carries ? ratio : all<Real>(1.0)) : Real{};
+  const Real share = (1.0 - ratio) / (1.0 + r * (1.0 + r * (1.0 + r * (1.0 + r))));
+  return 1.0 - (1.0 - share);
+}
+
 template <class Real>
 [[gnu::always_inline]] inline SettlingLanes<Real> settlingLanes(const StepData& step,
                                                                 MaskOf<Real> lanes, Real inflow,
                                                                 Real equilibrium, Real discharge) {
-  const Real ratio = equilibrium / inflow;
-  const MaskOf<Real> carries = ratio > 1e-300;
-  const Real root = exponential(0.2 * logarithm(carries ? ratio : all<Real>(1.0)));
   const Real excess = inflow - equilibrium;
-  const Real mean = discharge > 0.000001 ? discharge : all<Real>(0.000001);
+  const Real mean = atLeast(discharge, all<Real>(kSmallestDischarge));
+  const Real perBoth = inflow / (mean * excess);
 
   SettlingLanes<Real> result;
-  result.concentration = inflow / mean;
-  result.adaptation = (1.0 - (carries ? root : Real{})) *
-                      (result.concentration * step.parameters.concentrationFactor) *
-                      step.parameters.fallVelocity / excess;
+  result.concentration = perBoth * excess;
+  result.adaptation = shareAboveRoot(equilibrium / inflow) * (step.settlingVelocity * perBoth);
   const Real wanted = -result.adaptation * step.cellSize;
   const Real exponent = atMost(atLeast(wanted, all<Real>(-10.0)), all<Real>(10.0));
   result.deposited = (1.0 - exponential(exponent)) * excess;
 
-  const MaskOf<Real> ordinary = (inflow > 1e-200) & (inflow < 1e200) & (discharge < 1e200);
-  const MaskOf<Real> plain = lanes & ~ordinary;
+  const MaskOf<Real> ordinary = (inflow > 1e-60) & (inflow < 1e60) & (discharge < 1e60);
+  const MaskOf<Real> plain = step.terms.ordinary ? lanes & ~ordinary : lanes;
   if (!anyOf<Real>(plain)) return result;
   for (int lane = 0; lane < kLanes<Real>; ++lane) {
     if (plain[lane] == 0) continue;
@@ -50,35 +59,44 @@ template <class Real>
   return result;
 }
 
-template <class Real, std::ptrdiff_t kStripLines>
+template <class Real>
+[[gnu::always_inline]] inline MaskOf<Real> hasBit(MaskOf<Real> flags, std::int64_t bit) {
+  return (flags & bit) != 0;
+}
+
+// Both sweeps over lines that lie in arrays [position][line]. What they leave in a cell goes to the
+// exchange, in which the first position of a call is number 0.
+template <class Real>
 struct Carry {
   using Mask = MaskOf<Real>;
+  static constexpr std::ptrdiff_t kVectors = kFirstStripLines / kLanes<Real>;
 
   const StepData& step;
-  const StripArrays& strip;
+  const SideArrays& sides;
+  const std::int64_t* flags;
+  std::ptrdiff_t stride;  // lines in the arrays
 
-  static Mask hasBit(Mask flags, std::int64_t bit) { return (flags & bit) != 0; }
+  struct Carried {
+    Real lines[kVectors] = {};
+  };
 
-  [[gnu::always_inline]] void settle(std::ptrdiff_t k, Mask lanes,
-                                     const SettlingLanes<Real>& s) const {
-    const auto keep = [k, lanes](double* field, Real value) {
-      store(field + k, lanes ? value : load<Real>(field + k));
-    };
-    keep(strip.concentration, s.concentration);
-    keep(strip.adaptation, s.adaptation);
+  static void settle(const Exchange& out, std::ptrdiff_t e, const SettlingLanes<Real>& s) {
+    store(out.concentration + e, s.concentration);
+    store(out.adaptation + e, s.adaptation);
   }
 
-  // In cell k with its sides k and k + kStripLines; the carried transport afterwards.
-  [[gnu::always_inline]] Real forward(std::ptrdiff_t k, Real carried) const {
+  // In cell k with its sides k and k + stride; the carried transport afterwards.
+  [[gnu::always_inline]] Real forward(std::ptrdiff_t k, Real carried, const Exchange& out,
+                                      std::ptrdiff_t e) const {
     const Real none{};
-    const Mask flags = load<Mask>(strip.flags + k);
-    const Mask active = hasBit(flags, kActiveCell);
-    const Real lower = load<Real>(strip.sides.suspendedAbove + k);
+    const Mask cell = load<Mask>(flags + k);
+    const Mask active = hasBit<Real>(cell, kActiveCell);
+    const Real lower = load<Real>(sides.suspendedAbove + k);
     const Real u = carried != 0.0 ? carried : lower;
-    const Real w = load<Real>(strip.sides.centredSuspendedBelow + k + kStripLines);
+    const Real w = load<Real>(sides.centredSuspendedBelow + k + stride);
 
     const Mask erosion = active & (((u < 0.0) & (w > 0.0)) | ((u >= 0.0) & (w >= 0.0) & (u <= w)));
-    const Mask taken = erosion & ~hasBit(flags, kAtBedLimit);
+    const Mask taken = erosion & ~hasBit<Real>(cell, kAtBedLimit);
     const Mask converging = active & (u >= 0.0) & (w < 0.0);
     const Mask settling = active & (u >= 0.0) & (w >= 0.0) & (w < u);
 
@@ -86,73 +104,74 @@ struct Carry {
     Real left = taken ? w : carried;
     left = converging ? none : left;
     if (anyOf<Real>(settling)) {
-      const Real discharge =
-          0.5 * (load<Real>(strip.sides.discharge + k) +
-                 load<Real>(strip.sides.centredDischargeBelow + k + kStripLines));
+      const Real discharge = 0.5 * (load<Real>(sides.discharge + k) +
+                                    load<Real>(sides.centredDischargeBelow + k + stride));
       const SettlingLanes<Real> s = settlingLanes(step, settling, u, w, discharge);
-      settle(k, settling, s);
+      settle(out, e, s);
       net = settling ? s.deposited : net;
       left = settling ? u - s.deposited : left;
     }
-    store(strip.forward + k, net);
-    store(strip.outcome + k, (erosion & kForwardErosion) | (settling & kSettled));
+    store(out.net + e, net);
+    store(out.outcome + e, (erosion & kErosion) | (settling & kSettled));
     return left;
   }
 
-  [[gnu::always_inline]] Real reverse(std::ptrdiff_t k, Real carried) const {
+  [[gnu::always_inline]] Real reverse(std::ptrdiff_t k, Real carried, const Exchange& out,
+                                      std::ptrdiff_t e, Mask& touched) const {
     const Real none{};
-    const Mask flags = load<Mask>(strip.flags + k);
-    const Mask active = hasBit(flags, kActiveCell);
-    const Real upper = load<Real>(strip.sides.suspendedBelow + k + kStripLines);
+    const Mask cell = load<Mask>(flags + k);
+    const Mask active = hasBit<Real>(cell, kActiveCell);
+    const Real upper = load<Real>(sides.suspendedBelow + k + stride);
     const Real u = carried != 0.0 ? carried : upper;
-    const Real w = load<Real>(strip.sides.centredSuspendedAbove + k);
+    const Real w = load<Real>(sides.centredSuspendedAbove + k);
 
     const Mask downward = active & (w <= 0.0) & (u <= 0.0);
     const Mask erosion = downward & (w <= u);
-    const Mask taken = erosion & ~hasBit(flags, kAtBedLimit);
+    const Mask taken = erosion & ~hasBit<Real>(cell, kAtBedLimit);
     const Mask settling = downward & (w > u);
 
     Real net = taken ? w - u : none;
     Real left = taken ? w : carried;
     if (anyOf<Real>(settling)) {
-      const Real discharge = 0.5 * (-load<Real>(strip.sides.discharge + k + kStripLines) -
-                                    load<Real>(strip.sides.centredDischargeAbove + k));
+      const Real discharge = 0.5 * (-load<Real>(sides.discharge + k + stride) -
+                                    load<Real>(sides.centredDischargeAbove + k));
       const SettlingLanes<Real> s = settlingLanes(step, settling, -u, -w, discharge);
-      settle(k, settling, s);
+      settle(out, e, s);
       net = settling ? s.deposited : net;
       left = settling ? u + s.deposited : left;
     }
-    store(strip.reverse + k, net);
-    store(strip.outcome + k,
-          load<Mask>(strip.outcome + k) | (erosion & kReverseErosion) | (settling & kSettled));
+    store(out.net + e, net);
+    store(out.outcome + e, (erosion & kErosion) | (settling & kSettled));
+    touched |= taken | settling | (active & ~hasBit<Real>(cell, kPlainVoids));
     return left;
   }
 
-  // Rows of the strip without an active cell leave everything as it is.
-  bool hasActive(std::ptrdiff_t position) const { return strip.rowActive[position] != 0; }
-
-  void carryForward(std::ptrdiff_t positions) const {
-    Real carried[kStripLines / kLanes<Real>] = {};
-    for (std::ptrdiff_t position = 0; position < positions; ++position) {
-      if (!hasActive(position)) continue;
-      std::ptrdiff_t k = position * kStripLines;
-      for (Real& t : carried) {
-        t = forward(k, t);
+  // Whole strips along the first index.
+  void carryForward(std::ptrdiff_t first, std::ptrdiff_t last, Carried& carried,
+                    const Exchange& out) const {
+    std::ptrdiff_t k = first * stride;
+    for (std::ptrdiff_t position = first, e = 0; position < last; ++position)
+      for (Real& t : carried.lines) {
+        t = forward(k, t, out, e);
         k += kLanes<Real>;
+        e += kLanes<Real>;
       }
-    }
   }
 
-  void carryReverse(std::ptrdiff_t positions) const {
-    Real carried[kStripLines / kLanes<Real>] = {};
-    for (std::ptrdiff_t position = positions; position-- > 0;) {
-      if (!hasActive(position)) continue;
-      std::ptrdiff_t k = position * kStripLines;
-      for (Real& t : carried) {
-        t = reverse(k, t);
+  // Whether the bed of any cell changes.
+  bool carryReverse(std::ptrdiff_t first, std::ptrdiff_t last, Carried& carried,
+                    const Exchange& out) const {
+    Mask touched{};
+    for (std::ptrdiff_t position = last; position-- > first;) {
+      std::ptrdiff_t k = position * stride;
+      std::ptrdiff_t e = (position - first) * stride;
+      for (Real& t : carried.lines) {
+        t = reverse(k, t, out, e, touched);
         k += kLanes<Real>;
+        e += kLanes<Real>;
       }
     }
+    return anyOf<Real>(touched);
   }
 };
 

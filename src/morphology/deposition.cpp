@@ -3,12 +3,12 @@
 #include <cmath>
 
 #include "morphology/clamp.hpp"
+#include "morphology/transport_constants.hpp"
 
 namespace nivaro {
 namespace {
 
-constexpr double kSmallestDischarge = 0.000001;  // m2/s, so that still water has a concentration
-constexpr double kLargestExponent = 10.0;        // beyond it the cell keeps all that can settle
+constexpr double kLargestExponent = 10.0;  // beyond it the cell keeps all that can settle
 
 }  // namespace
 

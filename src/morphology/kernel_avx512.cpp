@@ -23,6 +23,18 @@ struct Lanes<Real8> {
     const auto bits = reinterpret_cast<__m512i>(mask);
     return _mm512_test_epi64_mask(bits, bits) != 0;
   }
+  [[gnu::always_inline]] static __mmask8 first(int count) {
+    return static_cast<__mmask8>((1 << count) - 1);
+  }
+  [[gnu::always_inline]] static Real8 loadPart(const double* from, int count) {
+    return _mm512_maskz_loadu_pd(first(count), from);
+  }
+  [[gnu::always_inline]] static Flags loadPart(const std::int32_t* from, int count) {
+    return reinterpret_cast<Flags>(_mm256_maskz_loadu_epi32(first(count), from));
+  }
+  [[gnu::always_inline]] static void storePart(double* to, Real8 value, int count) {
+    _mm512_mask_storeu_pd(to, first(count), value);
+  }
 };
 
 }  // namespace nivaro

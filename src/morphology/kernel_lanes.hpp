@@ -19,7 +19,15 @@ void exponentialLanes(const double* x, double* result, int count) {
 }
 
 template <class Real>
-constexpr StepKernel kKernelLanes = {addTransportLanes<Real>, carryBothWays<Real, kFirstStripLines>,
-                                     logarithmLanes<Real>, exponentialLanes<Real>};
+void fifthRootLanes(const double* x, double* result, int count) {
+  for (int k = 0; k < count; k += kLanes<Real>)
+    store(result + k, fifthRoot(load<Real>(x + k, count - k)), count - k);
+}
+
+template <class Real>
+constexpr StepKernel kKernelLanes = {
+    startRow<Real>,       sweepSecondAxis<Real>,  sweepFirstAxis<Real>, limitAndRaiseRow<Real>,
+    slumpRow<Real>,       raiseRowBySlumps<Real>, rebuildRow<Real>,     carryBothWays<Real>,
+    logarithmLanes<Real>, exponentialLanes<Real>, fifthRootLanes<Real>};
 
 }  // namespace nivaro

@@ -8,11 +8,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 namespace nivaro {
 
 // The portable form; the sources for one kind of processor specialise it for their width. A mask
-// has all bits of a lane set, or none.
+// has all bits of a lane set, or none. Part of a vector is the first `count` lanes: the rest reads as 0
+// and is not written, since host arrays may end there.
 template <class Real>
 struct Lanes;
 
@@ -29,6 +31,13 @@ struct Lanes<Real2> {
   }
   [[gnu::always_inline]] static Real2 fused(Real2 a, Real2 b, Real2 c) { return a * b + c; }
   [[gnu::always_inline]] static bool any(Mask mask) { return (mask[0] | mask[1]) != 0; }
+  [[gnu::always_inline]] static Real2 loadPart(const double* from, int) {
+    return Real2{from[0], 0.0};
+  }
+  [[gnu::always_inline]] static Flags loadPart(const std::int32_t* from, int) {
+    return Flags{from[0], 0};
+  }
+  [[gnu::always_inline]] static void storePart(double* to, Real2 value, int) { to[0] = value[0]; }
 };
 
 template <class Real>
@@ -65,36 +74,32 @@ template <class Vector, class Element>
   __builtin_memcpy(to, &value, sizeof value);
 }
 
-// The end of a row may leave lanes over, which read as 0 and are not written: host arrays end there.
-template <class Vector, class Element>
-[[gnu::always_inline]] inline Vector load(const Element* from, int count) {
-  constexpr int lanes = sizeof(Vector) / sizeof(Element);
-  if (count >= lanes) return load<Vector>(from);
-  Vector result{};
-  for (int lane = 0; lane < lanes; ++lane)
-    if (lane < count) result[lane] = from[lane];
-  return result;
+// The end of a row may leave lanes over.
+template <class Real>
+[[gnu::always_inline]] inline Real load(const double* from, int count) {
+  return count >= kLanes<Real> ? load<Real>(from) : Lanes<Real>::loadPart(from, count);
 }
 
-template <class Vector, class Element>
-[[gnu::always_inline]] inline void store(Element* to, Vector value, int count) {
-  constexpr int lanes = sizeof(Vector) / sizeof(Element);
-  if (count >= lanes) return store(to, value);
-  for (int lane = 0; lane < lanes; ++lane)
-    if (lane < count) to[lane] = value[lane];
+template <class Real>
+[[gnu::always_inline]] inline void store(double* to, Real value, int count) {
+  if (count >= kLanes<Real>)
+    store(to, value);
+  else
+    Lanes<Real>::storePart(to, value, count);
+}
+
+template <class Real>
+[[gnu::always_inline]] inline MaskOf<Real> loadFlags(const std::int32_t* from, int count) {
+  using Flags = typename Lanes<Real>::Flags;
+  const Flags flags =
+      count >= kLanes<Real> ? load<Flags>(from) : Lanes<Real>::loadPart(from, count);
+  return __builtin_convertvector(flags, MaskOf<Real>);
 }
 
 // Lanes whose flag has its lowest bit set, as logicals and bed codes are read.
 template <class Real>
 [[gnu::always_inline]] inline MaskOf<Real> isOdd(const std::int32_t* from, int count) {
-  using Flags = typename Lanes<Real>::Flags;
-  return -(__builtin_convertvector(load<Flags>(from, count), MaskOf<Real>) & 1);
-}
-
-template <class Real>
-[[gnu::always_inline]] inline MaskOf<Real> isPositive(const std::int32_t* from, int count) {
-  using Flags = typename Lanes<Real>::Flags;
-  return __builtin_convertvector(load<Flags>(from, count), MaskOf<Real>) > 0;
+  return -(loadFlags<Real>(from, count) & 1);
 }
 
 template <class Real>
@@ -115,6 +120,42 @@ template <class Real>
 template <class Real>
 [[gnu::always_inline]] inline bool anyOf(MaskOf<Real> mask) {
   return Lanes<Real>::any(mask);
+}
+
+// Lane by lane whether the bits are not all 0.
+template <class Real>
+[[gnu::always_inline]] inline MaskOf<Real> hasBits(Real value) {
+  return as<typename Lanes<Real>::Word>(value) != 0;
+}
+
+// Rows become columns: pairs of rows half the width apart exchange halves, then quarters, and so on.
+template <int width, class Real, int... lane>
+[[gnu::always_inline]] inline void exchangeParts(Real& a, Real& b,
+                                                 std::integer_sequence<int, lane...>) {
+  constexpr int count = kLanes<Real>;
+  const Real upper =
+      __builtin_shufflevector(a, b, ((lane & width) == 0 ? lane : count + lane - width)...);
+  b = __builtin_shufflevector(a, b, ((lane & width) == 0 ? lane + width : count + lane)...);
+  a = upper;
+}
+
+template <int width, int row, class Real>
+[[gnu::always_inline]] inline void exchangeWithPair(Real* block) {
+  if constexpr ((row & width) == 0)
+    exchangeParts<width>(block[row], block[row + width],
+                         std::make_integer_sequence<int, kLanes<Real>>{});
+}
+
+template <int width, class Real, int... row>
+[[gnu::always_inline]] inline void transposeBlock(Real* block,
+                                                  std::integer_sequence<int, row...> rows) {
+  (exchangeWithPair<width, row>(block), ...);
+  if constexpr (width > 1) transposeBlock<width / 2>(block, rows);
+}
+
+template <class Real>
+[[gnu::always_inline]] inline void transpose(Real (&block)[kLanes<Real>]) {
+  transposeBlock<kLanes<Real> / 2>(block + 0, std::make_integer_sequence<int, kLanes<Real>>{});
 }
 
 }  // namespace nivaro

@@ -2,61 +2,77 @@
 
 #include <algorithm>
 
-#include "morphology/bed_change.hpp"
 #include "morphology/bed_rebuild.hpp"
-#include "morphology/slumping.hpp"
 #include "morphology/step_data.hpp"
 
 namespace nivaro {
 namespace {
 
-void clear(Grid<double> field) {
-  std::ranges::fill(field.cells(), 0.0);
+bool isEmpty(const Area& area) {
+  return area.lastI < area.firstI || area.lastJ < area.firstJ;
 }
 
-void clearStepFields(const SedimentFields& fields) {
-  clear(fields.cellChange);
-  clear(fields.concentration);
-  clear(fields.adaptation);
-  clear(fields.spare);
-}
-
-// Neither the bed nor the flow is changed, so the sweeps do not see each other; their order fixes the
-// last bits only.
-void addTransport(const StepInput& in, const Area& area, StepScratch& scratch) {
-  const int positions = std::max(area.lastI - area.firstI, area.lastJ - area.firstJ) + 1;
-  if (area.lastI < area.firstI || area.lastJ < area.firstJ) return;
-  const StripArrays strip = scratch.strip(positions, in.parameters.velocityCentred);
-  stepKernel(scratch.processor()).addTransport(stepData(in, area), strip);
-}
-
-Area rowOf(const Area& area, int j) {
-  return {area.firstI, j, area.lastI, j};
-}
-
-// Limiting, raising, slumping and rebuilding follow each other row by row, each as far behind the one
+// Limiting, raising, slumping and rebuilding follow the sweeps row by row, each as far behind the one
 // before as the rows that it looks at, so that a row is still at hand when the next stage needs it.
 // Slumping in a row reads the beds of both neighbours before they slump, and changes both.
-void changeBed(const StepInput& in, const Area& area) {
-  const auto has = [&area](int j) { return j >= area.firstJ && j <= area.lastJ; };
-  clear(in.fields.appliedChange);
-  for (int j = area.firstJ - 1; j <= area.lastJ + 2; ++j) {
-    if (has(j + 1)) {
-      limitAndCentre(in, rowOf(area, j + 1));
-      raiseBed(in, rowOf(area, j + 1), in.fields.cellChange);
-    }
-    if (has(j)) addSlumpingOfRow(in, area, j);
-    if (has(j - 1)) raiseBed(in, rowOf(area, j - 1), in.fields.appliedChange);
-    if (j - 2 >= area.firstJ - 1) rebuildRow(in, area, j - 2);
+class BedRows {
+ public:
+  BedRows(const StepKernel& kernel, const StepData& step) : kernel_(kernel), step_(step) {}
+
+  // The sweeps are through with all rows up to j.
+  void follow(std::ptrdiff_t j) {
+    for (; next_ <= j; ++next_) shape(next_);
   }
+  void finish() { follow(step_.lastJ + 3); }
+
+ private:
+  bool has(std::ptrdiff_t j) const { return j >= step_.firstJ && j <= step_.lastJ; }
+
+  void shape(std::ptrdiff_t j) const {
+    if (has(j)) kernel_.limitAndRaiseRow(step_, j);
+    if (has(j - 1)) kernel_.slumpRow(step_, j - 1);
+    if (has(j - 2)) kernel_.raiseRowBySlumps(step_, j - 2);
+    if (has(j - 3) || j - 3 == step_.firstJ - 1) kernel_.rebuildRow(step_, j - 3);
+  }
+
+  const StepKernel& kernel_;
+  const StepData& step_;
+  std::ptrdiff_t next_ = step_.firstJ;
+};
+
+void sweepSecondAxis(const StepKernel& kernel, const StepData& step, StepScratch& scratch) {
+  const std::ptrdiff_t lines = std::min(step.lastI - step.firstI + 1, kSecondStripLines);
+  const StripArrays strip = scratch.strip(step, step.lastJ - step.firstJ + 1, lines);
+  for (std::ptrdiff_t i = step.firstI; i <= step.lastI; i += kSecondStripLines)
+    kernel.sweepSecondAxis(step, strip, i);
+}
+
+void sweepFirstAxis(const StepKernel& kernel, const StepData& step, StepScratch& scratch) {
+  const StripArrays strip = scratch.strip(step, step.lastI - step.firstI + 1, kFirstStripLines);
+  BedRows rows(kernel, step);
+  for (std::ptrdiff_t j = step.firstJ; j <= step.lastJ; j += kFirstStripLines) {
+    kernel.sweepFirstAxis(step, strip, j);
+    rows.follow(std::min(j + kFirstStripLines - 1, step.lastJ));
+  }
+  rows.finish();
 }
 
 }  // namespace
 
+// Neither the bed at sides nor the flow is changed before all sweeps that look at it are through, so the
+// sweeps do not see each other; their order fixes the last bits only.
 void morphologyStep(const StepInput& in, const Area& area, StepScratch& scratch) {
-  clearStepFields(in.fields);
-  addTransport(in, area, scratch);
-  changeBed(in, area);
+  const StepKernel& kernel = stepKernel(scratch.processor());
+  StepData step = stepData(in, area);
+  if (!isEmpty(area))
+    step.map = scratch.blockMap(area.lastJ - area.firstJ + 1, area.lastI - area.firstI + 1);
+  for (int j = 1; j <= in.bed.zc.m(); ++j) kernel.startRow(step, j);
+  // Without cells an area still has corners and sides on its rim.
+  if (isEmpty(area)) return rebuildCornersAndSides(in, area);
+
+  useUniformValues(step, scratch.uniformValues());
+  sweepSecondAxis(kernel, step, scratch);
+  sweepFirstAxis(kernel, step, scratch);
 }
 
 void morphologyStep(const StepInput& in, const Area& area) {

@@ -125,17 +125,23 @@ struct SideRow {
             load<Real>(cells.bedLoad + k), load<Real>(cells.logGrain + k)};
   }
 
-  [[gnu::always_inline]] bool isSameGrain(int k) const {
-    using Word = typename Lanes<Real>::Word;
-    const auto differs = [k](const double* a, const double* b) {
-      return load<Word>(reinterpret_cast<const std::int64_t*>(a) + k) ^
-             load<Word>(reinterpret_cast<const std::int64_t*>(b) + k);
-    };
-    const Word word = differs(cellsBelow.stage, cellsAbove.stage) |
-                      differs(cellsBelow.suspended, cellsAbove.suspended) |
-                      differs(cellsBelow.bedLoad, cellsAbove.bedLoad) |
-                      differs(cellsBelow.logGrain, cellsAbove.logGrain);
-    return !anyOf<Real>(as<Mask>(word));
+  // The grains of the cells above; of those below where only these look.
+  [[gnu::always_inline]] GrainLanes<Real> grainOfSide(const GrainLanes<Real>& grainBelow,
+                                                      int k) const {
+    const GrainLanes<Real> grainAbove = grainOf(cellsAbove, k);
+    const Mask active = load<Mask>(cellsAbove.active + k);
+    return {active ? grainAbove.stage : grainBelow.stage,
+            active ? grainAbove.suspended : grainBelow.suspended,
+            active ? grainAbove.bedLoad : grainBelow.bedLoad,
+            active ? grainAbove.logGrain : grainBelow.logGrain};
+  }
+
+  // To the active cells below.
+  [[gnu::always_inline]] bool isSameGrain(const GrainLanes<Real>& a, const GrainLanes<Real>& b,
+                                          int k) const {
+    const Mask differs = hasBits(a.stage - b.stage) | hasBits(a.suspended - b.suspended) |
+                         hasBits(a.bedLoad - b.bedLoad) | hasBits(a.logGrain - b.logGrain);
+    return !anyOf<Real>(differs & load<Mask>(cellsBelow.active + k));
   }
 
   static Mask isStill(Real depth, Real speed, const CapacityTerms& p) {
@@ -157,10 +163,13 @@ struct SideRow {
                                        Real normal) const {
     Speed s;
     s.normal = normal;
-    s.speed = squareRoot(flow.tangential * flow.tangential + normal * normal);
+    const Real square = normal * normal;
+    s.speed = squareRoot(flow.tangential * flow.tangential + square);
     s.perSpeed = 1.0 / s.speed;
     s.still = isStill(flow.depth, s.speed, step.terms);
-    s.ordinary = (s.speed < 100.0) & (flow.depth < 1e4) & isTrueEverywhere(step.terms.ordinary);
+    // A product with a normal velocity that is all but none is 0 or not by the order of operations.
+    s.ordinary = (s.speed < 100.0) & (flow.depth < 1e4) & ((square > 1e-200) | (normal == 0.0)) &
+                 isTrueEverywhere(step.terms.ordinary);
     s.suspension = suspensionLanes(depth, s.speed, s.perSpeed, step.terms);
     return s;
   }
@@ -171,18 +180,18 @@ struct SideRow {
   [[gnu::always_inline]] CapacityLanes<Real> resolved(const DepthLanes<Real>& depth, const Speed& s,
                                                       const GrainLanes<Real>& grain) const {
     const CapacityLanes<Real> q = capacityLanes(depth, s.suspension, s.speed, grain);
-    // In the plain function's order, so that transports at their cap are the same numbers from both.
+    const Real direction = s.normal * s.perSpeed;
     const Real none{};
-    return {s.still ? none : q.suspended * s.normal / s.speed,
-            s.still ? none : q.bedLoad * s.normal / s.speed, s.still | (s.ordinary & q.ordinary)};
+    return {s.still ? none : q.suspended * direction, s.still ? none : q.bedLoad * direction,
+            s.still | (s.ordinary & q.ordinary)};
   }
 
-  // What the active cells of a row see; the plain function serves lanes that are not ordinary.
-  CapacityLanes<Real> seenFrom(const CellRow<Real>& cells, std::ptrdiff_t cell, int k,
+  // What active cells see; the plain function serves lanes that are not ordinary.
+  CapacityLanes<Real> seenFrom(Mask active, Mask ordinaryGrain, std::ptrdiff_t cell,
                                CapacityLanes<Real> q, const SideLanes<Real>& flow,
                                const Speed& s) const {
-    const Mask ordinary = q.ordinary & (s.still | load<Mask>(cells.ordinary + k));
-    const Mask plain = load<Mask>(cells.active + k) & ~ordinary;
+    const Mask ordinary = q.ordinary & (s.still | ordinaryGrain);
+    const Mask plain = active & ~ordinary;
     if (!anyOf<Real>(plain)) return q;
     for (int lane = 0; lane < kCount; ++lane) {
       if (plain[lane] == 0) continue;
@@ -194,54 +203,86 @@ struct SideRow {
     return q;
   }
 
+  CapacityLanes<Real> seenFrom(const CellRow<Real>& cells, std::ptrdiff_t cell, int k,
+                               const CapacityLanes<Real>& q, const SideLanes<Real>& flow,
+                               const Speed& s) const {
+    return seenFrom(load<Mask>(cells.active + k), load<Mask>(cells.ordinary + k), cell, q, flow, s);
+  }
+
   Real centredNormal(const SideLanes<Real>& flow, std::ptrdiff_t cell, int count) const {
     return flow.open ? flow.normal * flow.depth / cellDepth(cell, count) : flow.normal;
   }
 
+  // What both cells see at the flow as it is.
+  struct BothSeen {
+    CapacityLanes<Real> above;
+    CapacityLanes<Real> below;
+  };
+
+  [[gnu::always_inline]] BothSeen seenAt(const Speed& s, const SideLanes<Real>& flow,
+                                         const DepthLanes<Real>& depth, int k) const {
+    const std::ptrdiff_t b = below + k;
+    const GrainLanes<Real> grainBelow = grainOf(cellsBelow, k);
+    const GrainLanes<Real> grainAbove = grainOfSide(grainBelow, k);
+    const CapacityLanes<Real> above = resolved(depth, s, grainAbove);
+    if (step.uniformGrain) {
+      const Mask activeBelow = load<Mask>(cellsBelow.active + k);
+      const Mask ordinary =
+          activeBelow ? load<Mask>(cellsBelow.ordinary + k) : load<Mask>(cellsAbove.ordinary + k);
+      const CapacityLanes<Real> seen =
+          seenFrom(activeBelow | load<Mask>(cellsAbove.active + k), ordinary, b, above, flow, s);
+      return {seen, seen};
+    }
+    const CapacityLanes<Real> below_ =
+        isSameGrain(grainBelow, grainAbove, k) ? above : resolved(depth, s, grainBelow);
+    return {seenFrom(cellsAbove, b + along, k, above, flow, s),
+            seenFrom(cellsBelow, b, k, below_, flow, s)};
+  }
+
   [[gnu::always_inline]] void computeOne(int k, int count, const SideArrays& sides,
-                                         const BedLoadArrays& bed) const {
+                                         std::ptrdiff_t element, const BedLoadArrays& bed) const {
     const Mask needed = load<Mask>(cellsBelow.active + k) | load<Mask>(cellsAbove.active + k);
     if (!anyOf<Real>(needed)) return;
 
-    const std::ptrdiff_t b = below + k;
-    const std::ptrdiff_t a = b + along;
-    const SideLanes<Real> flow = flowAt(b, k, count);
+    const std::ptrdiff_t e = element + k;
+    const SideLanes<Real> flow = flowAt(below + k, k, count);
     // Depths that are not ordinary are replaced, so that no lane meets a slow number.
     const Mask deep = (flow.depth > step.terms.stillDepth) & (flow.depth < 1e4);
     const DepthLanes<Real> depth =
         depthLanes(deep ? flow.depth : all<Real>(2.0 * step.terms.stillDepth), step.terms);
-    const GrainLanes<Real> grainBelow = grainOf(cellsBelow, k);
-    const GrainLanes<Real> grainAbove = grainOf(cellsAbove, k);
+    const BothSeen seen = seenAt(atSpeed(flow, depth, flow.normal), flow, depth, k);
+    store(sides.suspendedAbove + e, seen.above.suspended);
+    store(sides.suspendedBelow + e, seen.below.suspended);
+    store(sides.discharge + e, flow.normal * flow.depth);
+    store(bed.above + k, seen.above.bedLoad);
+    store(bed.below + k, seen.below.bedLoad);
+    if (step.parameters.velocityCentred) computeCentred(k, count, sides, e, bed, flow, depth);
+  }
 
-    const Speed plain = atSpeed(flow, depth, flow.normal);
-    const CapacityLanes<Real> above = resolved(depth, plain, grainAbove);
-    const CapacityLanes<Real> fromBelow =
-        isSameGrain(k) ? above : resolved(depth, plain, grainBelow);
-    const CapacityLanes<Real> seenAbove = seenFrom(cellsAbove, a, k, above, flow, plain);
-    const CapacityLanes<Real> seenBelow = seenFrom(cellsBelow, b, k, fromBelow, flow, plain);
-    store(sides.suspendedAbove + k, seenAbove.suspended);
-    store(sides.suspendedBelow + k, seenBelow.suspended);
-    store(sides.discharge + k, flow.normal * flow.depth);
-    store(bed.above + k, seenAbove.bedLoad);
-    store(bed.below + k, seenBelow.bedLoad);
-    if (!step.parameters.velocityCentred) return;
-
+  [[gnu::always_inline]] void computeCentred(int k, int count, const SideArrays& sides,
+                                             std::ptrdiff_t e, const BedLoadArrays& bed,
+                                             const SideLanes<Real>& flow,
+                                             const DepthLanes<Real>& depth) const {
+    const std::ptrdiff_t b = below + k;
+    const std::ptrdiff_t a = b + along;
     const Speed reverse = atSpeed(flow, depth, centredNormal(flow, a, count));
     const CapacityLanes<Real> down =
-        seenFrom(cellsAbove, a, k, resolved(depth, reverse, grainAbove), flow, reverse);
-    store(sides.centredSuspendedAbove + k, down.suspended);
-    store(sides.centredDischargeAbove + k, reverse.normal * flow.depth);
+        seenFrom(cellsAbove, a, k, resolved(depth, reverse, grainOf(cellsAbove, k)), flow, reverse);
+    store(sides.centredSuspendedAbove + e, down.suspended);
+    store(sides.centredDischargeAbove + e, reverse.normal * flow.depth);
 
     const Speed forward = atSpeed(flow, depth, centredNormal(flow, b, count));
     const CapacityLanes<Real> up =
-        seenFrom(cellsBelow, b, k, resolved(depth, forward, grainBelow), flow, forward);
-    store(sides.centredSuspendedBelow + k, up.suspended);
-    store(sides.centredDischargeBelow + k, forward.normal * flow.depth);
+        seenFrom(cellsBelow, b, k, resolved(depth, forward, grainOf(cellsBelow, k)), flow, forward);
+    store(sides.centredSuspendedBelow + e, up.suspended);
+    store(sides.centredDischargeBelow + e, forward.normal * flow.depth);
     store(bed.below + k, up.bedLoad);
   }
 
-  void compute(int count, const SideArrays& sides, const BedLoadArrays& bed) const {
-    for (int k = 0; k < count; k += kCount) computeOne(k, count - k, sides, bed);
+  // The side arrays are written from an element on.
+  void compute(int count, const SideArrays& sides, std::ptrdiff_t element,
+               const BedLoadArrays& bed) const {
+    for (int k = 0; k < count; k += kCount) computeOne(k, count - k, sides, element, bed);
   }
 };
 
@@ -252,11 +293,15 @@ struct GrainMemory {
   Real d90{};
   GrainLanes<Real> terms{};
 
-  void recall(Real newD50, Real newD90, const CapacityTerms& p) {
+  [[gnu::always_inline]] bool has(Real otherD50, Real otherD90, MaskOf<Real> needed) const {
     using Word = typename Lanes<Real>::Word;
+    const Word differs =
+        (as<Word>(d50) ^ as<Word>(otherD50)) | (as<Word>(d90) ^ as<Word>(otherD90));
+    return !anyOf<Real>(as<MaskOf<Real>>(differs) & needed);
+  }
+
+  void compute(Real newD50, Real newD90, const CapacityTerms& p) {
     using Mask = MaskOf<Real>;
-    const Word differs = (as<Word>(d50) ^ as<Word>(newD50)) | (as<Word>(d90) ^ as<Word>(newD90));
-    if (!anyOf<Real>(as<Mask>(differs))) return;
     d50 = newD50;
     d90 = newD90;
     const Mask ordinary = isOrdinaryGrain(d50, d90);
@@ -272,15 +317,17 @@ bool readCells(const StepData& step, std::ptrdiff_t cell, int count, GrainMemory
   using Mask = MaskOf<Real>;
   Mask found{};
   for (int k = 0; k < count; k += kLanes<Real>) {
-    const Mask active = isOdd<Real>(step.bedCode + cell + k, count - k) &
-                        isOdd<Real>(step.wet + cell + k, count - k);
+    const Mask carries = isOdd<Real>(step.bedCode + cell + k, count - k);
+    store(out.active + k, carries);
+    if (!anyOf<Real>(carries)) continue;
+    const Mask active = carries & isOdd<Real>(step.wet + cell + k, count - k);
     store(out.active + k, active);
     found |= active;
     if (!anyOf<Real>(active)) continue;
 
-    const Real d50 = load<Real>(step.d50 + cell + k, count - k);
-    const Real d90 = load<Real>(step.d90 + cell + k, count - k);
-    grain.recall(d50, d90, step.terms);
+    const Real d50 = load<Real>(step.d50.at(cell + k), count - k);
+    const Real d90 = load<Real>(step.d90.at(cell + k), count - k);
+    if (!grain.has(d50, d90, active)) grain.compute(d50, d90, step.terms);
     store(out.ordinary + k, isOrdinaryGrain(d50, d90));
     store(out.stage + k, grain.terms.stage);
     store(out.suspended + k, grain.terms.suspended);

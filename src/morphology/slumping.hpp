@@ -1,8 +1,8 @@
 // Fall of over-steep beds into lower wet cells.
 #pragma once
 
+#include "morphology/cell.hpp"
 #include "morphology/fields.hpp"
-#include "platform/grid.hpp"
 
 namespace nivaro {
 
@@ -10,7 +10,12 @@ namespace nivaro {
 // caller has cleared. The bed itself is not changed, so the cells do not see each other's slumps.
 void addSlumping(const StepInput& in, const Area& area);
 
-// The part of it that row j of the area takes: it looks at both neighbour rows and changes them.
-void addSlumpingOfRow(const StepInput& in, const Area& area, int j);
+// The part of it that `count` cells of a row of the area take: each looks at its neighbours and
+// changes them.
+void addSlumping(const StepInput& in, const Area& area, Cell first, int count);
+
+// A step in the bed between neighbours at a distance that is not higher than this slumps nothing. A
+// trifle lower than the rule's own bound, which divides the other way.
+double stableStep(double distance, double slope);
 
 }  // namespace nivaro

@@ -1,9 +1,54 @@
 #include "morphology/step_data.hpp"
 
+#include <algorithm>
+#include <bit>
+#include <iterator>
+
+#include "morphology/bed_rebuild.hpp"
 #include "morphology/deposition.hpp"
+#include "morphology/slumping.hpp"
 #include "morphology/transport_capacity.hpp"
 
 namespace nivaro {
+namespace {
+
+Area areaOf(const StepData& step) {
+  return {static_cast<int>(step.firstI), static_cast<int>(step.firstJ),
+          static_cast<int>(step.lastI), static_cast<int>(step.lastJ)};
+}
+
+std::ptrdiff_t cellOfBlock(const StepData& step, std::ptrdiff_t row, std::ptrdiff_t block) {
+  return (step.firstJ - 1 + row) * step.n + step.firstI - 1 + block * kBlock;
+}
+
+// Calls `see` with the first cell and the number of cells of each block that carries sand, until it
+// returns false.
+template <class See>
+void forCarryingBlocks(const StepData& step, const See& see) {
+  const std::ptrdiff_t width = step.lastI - step.firstI + 1;
+  for (std::ptrdiff_t row = 0; row <= step.lastJ - step.firstJ; ++row)
+    for (std::ptrdiff_t block = 0; block < step.map.perRow; ++block)
+      if (step.map.has(row, block, kCarriesSand) &&
+          !see(cellOfBlock(step, row, block), std::min(kBlock, width - block * kBlock)))
+        return;
+}
+
+// The value that has the same bits in all these blocks; a null pointer when there is none.
+const double* uniformValue(const StepData& step, const double* field) {
+  const double* value = nullptr;
+  forCarryingBlocks(step, [&](std::ptrdiff_t cell, std::ptrdiff_t count) {
+    if (value == nullptr) value = field + cell;
+    const auto wanted = std::bit_cast<std::uint64_t>(*value);
+    std::uint64_t differing = 0;
+    for (std::ptrdiff_t k = 0; k < count; ++k)
+      differing |= std::bit_cast<std::uint64_t>(field[cell + k]) ^ wanted;
+    if (differing != 0) value = nullptr;
+    return differing == 0;
+  });
+  return value;
+}
+
+}  // namespace
 
 StepData stepData(const StepInput& in, const Area& area) {
   StepData step;
@@ -21,30 +66,60 @@ StepData stepData(const StepInput& in, const Area& area) {
   step.firstSideDepth = in.bed.z1.cells().data();
   step.secondSideDepth = in.bed.z2.cells().data();
   step.bedDepth = in.bed.zc.cells().data();
-  step.d50 = in.fields.d50.cells().data();
-  step.d90 = in.fields.d90.cells().data();
-  step.inSituVoids = in.fields.inSituVoids.cells().data();
-  step.depositionVoids = in.fields.depositionVoids.cells().data();
-  step.bedLimit = in.fields.bedLimit.cells().data();
+  step.d50.first = in.fields.d50.cells().data();
+  step.d90.first = in.fields.d90.cells().data();
+  step.inSituVoids.first = in.fields.inSituVoids.cells().data();
+  step.depositionVoids.first = in.fields.depositionVoids.cells().data();
+  step.bedLimit.first = in.fields.bedLimit.cells().data();
   step.change = in.fields.cellChange.cells().data();
   step.concentration = in.fields.concentration.cells().data();
   step.adaptation = in.fields.adaptation.cells().data();
+  step.cornerDepth = in.bed.zpts.cells().data();
+  step.previousChange = in.fields.previousChange.cells().data();
+  step.slumps = in.fields.appliedChange.cells().data();
+  step.spare = in.fields.spare.cells().data();
+  step.input = &in;
   step.raiseSideDepth = in.settings.raiseSideDepth;
   step.raiseFactor = in.settings.raiseFactor;
   step.cellSize = in.settings.cellSize;
+  step.settlingVelocity = in.parameters.fallVelocity * in.parameters.concentrationFactor;
   step.levelFactor = in.settings.timeStep / in.parameters.sandGrainDensity / in.settings.cellSize;
+  step.stableStepFirst = stableStep(in.settings.slumpDistanceFirst, in.parameters.slumpSlope);
+  step.stableStepSecond = stableStep(in.settings.slumpDistanceSecond, in.parameters.slumpSlope);
   step.parameters = in.parameters;
   step.terms = capacityTerms(in.parameters);
   return step;
 }
 
+void useUniformValues(StepData& step, UniformValues& values) {
+  double* copies = values.copies[0];
+  for (CellValues* field :
+       {&step.d50, &step.d90, &step.inSituVoids, &step.depositionVoids, &step.bedLimit}) {
+    if (const double* value = uniformValue(step, field->first)) {
+      std::fill_n(copies, std::size(values.copies[0]), *value);
+      *field = {copies, 0};
+    }
+    copies += std::size(values.copies[0]);
+  }
+  step.uniformGrain = step.d50.stride == 0 && step.d90.stride == 0;
+}
+
 // Resolved along the index where there is a direction.
 ResolvedTransport plainTransport(const StepData& step, std::ptrdiff_t cell, double depth,
                                  double speed, double normal) {
-  const Transport q = transportCapacity(depth, speed, grainTerms(step.d50[cell], step.parameters),
-                                        step.d90[cell], step.parameters);
+  const Transport q =
+      transportCapacity(depth, speed, grainTerms(*step.d50.at(cell), step.parameters),
+                        *step.d90.at(cell), step.parameters);
   if (!(speed > 0.0)) return {q.suspended, q.bedLoad};
   return {q.suspended * normal / speed, q.bedLoad * normal / speed};
+}
+
+void plainSlumping(const StepData& step, int i, int j, int count) {
+  addSlumping(*step.input, areaOf(step), {i, j}, count);
+}
+
+void plainRebuild(const StepData& step, int i, int j, int count) {
+  rebuildCornersAndSides(*step.input, {i, j}, count);
 }
 
 PlainSettling plainSettling(const StepData& step, double inflow, double equilibrium,

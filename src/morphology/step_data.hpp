@@ -12,6 +12,33 @@
 
 namespace nivaro {
 
+// A field that a step reads cell by cell. One that has the same value wherever sand is carried is
+// read from a few copies of it, which spares the memory.
+struct CellValues {
+  const double* first = nullptr;
+  std::ptrdiff_t stride = 1;  // 0 for copies
+
+  [[gnu::always_inline]] const double* at(std::ptrdiff_t cell) const {
+    return first + cell * stride;
+  }
+};
+
+// What any cell of a block takes part in: kBlock cells of a row of the area from firstI + b kBlock on.
+constexpr std::ptrdiff_t kBlock = 64;
+constexpr unsigned char kCarriesSand = 1;
+constexpr unsigned char kHasMovableBed = 2;
+
+// By row and block, both from 0.
+struct BlockMap {
+  unsigned char* blocks = nullptr;
+  std::ptrdiff_t perRow = 0;
+
+  [[gnu::always_inline]] bool has(std::ptrdiff_t row, std::ptrdiff_t block,
+                                  unsigned char bit) const {
+    return (blocks[row * perRow + block] & bit) != 0;
+  }
+};
+
 // Element (i, j) of every array is number (j - 1) n + i - 1.
 struct StepData {
   std::ptrdiff_t n = 0;
@@ -23,27 +50,49 @@ struct StepData {
   const double* waterLevel = nullptr;
   const double* firstVelocity = nullptr;  // v1
   const double* secondVelocity = nullptr;
-  const double* firstSideDepth = nullptr;  // z1
-  const double* secondSideDepth = nullptr;
-  const double* bedDepth = nullptr;
-  const double* d50 = nullptr;
-  const double* d90 = nullptr;
-  const double* inSituVoids = nullptr;
-  const double* depositionVoids = nullptr;
-  const double* bedLimit = nullptr;
+  double* firstSideDepth = nullptr;  // z1
+  double* secondSideDepth = nullptr;
+  double* cornerDepth = nullptr;
+  double* bedDepth = nullptr;
+  CellValues d50;
+  CellValues d90;
+  CellValues inSituVoids;
+  CellValues depositionVoids;
+  CellValues bedLimit;
+  bool uniformGrain = false;  // d50 and d90 are copies
   double* change = nullptr;
   double* concentration = nullptr;
   double* adaptation = nullptr;
+  double* previousChange = nullptr;
+  double* slumps = nullptr;  // the applied change, as slumping uses it
+  double* spare = nullptr;
+
+  BlockMap map;
 
   bool raiseSideDepth = false;
   double raiseFactor = 0.0;
   double cellSize = 0.0;
+  double settlingVelocity = 0.0;  // fall velocity times concentration factor, m/s
   double levelFactor = 0.0;  // level change in a bed without voids that a transport makes in a step
+  double stableStepFirst =
+      0.0;  // in the bed between neighbours; what is not higher slumps nothing, m
+  double stableStepSecond = 0.0;
   MorphologyParameters parameters;
   CapacityTerms terms;
+
+  const StepInput* input = nullptr;  // for the plain functions
 };
 
+// The step refers to the input from then on.
 StepData stepData(const StepInput& in, const Area& area);
+
+// As many copies of a value as there are lanes at most.
+struct UniformValues {
+  double copies[5][8];
+};
+
+// Reads fields that are uniform wherever sand is carried from copies from then on. The map is filled.
+void useUniformValues(StepData& step, UniformValues& values);
 
 struct ResolvedTransport {
   double suspended;  // components along the index, kg/(m s)
@@ -53,6 +102,10 @@ struct ResolvedTransport {
 // What the lanes hand back because its values are not ordinary, by the plain functions.
 ResolvedTransport plainTransport(const StepData& step, std::ptrdiff_t cell, double depth,
                                  double speed, double normal);
+
+// Of `count` cells from (i, j) on.
+void plainSlumping(const StepData& step, int i, int j, int count);
+void plainRebuild(const StepData& step, int i, int j, int count);
 
 struct PlainSettling {
   double concentration;

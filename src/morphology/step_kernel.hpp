@@ -14,13 +14,28 @@ enum class Processor {
 
 // Results differ in the last bits between the kinds, never between two calls of one kind.
 struct StepKernel {
-  // Both sweeps along the second index, then both along the first.
-  void (*addTransport)(const StepData& step, const StripArrays& strip);
+  // For each row of the grid, first: clears the fields of the step where the sweeps will not set them and
+  // fills the map of blocks.
+  void (*startRow)(const StepData& step, std::ptrdiff_t j);
 
-  // For the tests: what the above consists of.
-  void (*carry)(const StepData& step, const StripArrays& strip, std::ptrdiff_t positions);
+  // Both sweeps of one axis over a strip of lines, the first of which is line firstI or firstJ. The
+  // second axis comes first: it sets bed change, concentration and adaptation, the first axis adds to
+  // the bed change and sets the others where sand settles.
+  void (*sweepSecondAxis)(const StepData& step, const StripArrays& strip, std::ptrdiff_t firstI);
+  void (*sweepFirstAxis)(const StepData& step, const StripArrays& strip, std::ptrdiff_t firstJ);
+
+  // What follows, each for row j (bed_lanes.hpp).
+  void (*limitAndRaiseRow)(const StepData& step, std::ptrdiff_t j);
+  void (*slumpRow)(const StepData& step, std::ptrdiff_t j);
+  void (*raiseRowBySlumps)(const StepData& step, std::ptrdiff_t j);
+  void (*rebuildRow)(const StepData& step, std::ptrdiff_t j);
+
+  // For the tests: what the sweeps consist of.
+  void (*carry)(const StepData& step, const StripArrays& strip, std::ptrdiff_t positions,
+                const Exchange& forward, const Exchange& reverse);
   void (*logarithms)(const double* x, double* result, int count);
   void (*exponentials)(const double* x, double* result, int count);
+  void (*fifthRoots)(const double* x, double* result, int count);
 };
 
 bool isSupported(Processor processor);

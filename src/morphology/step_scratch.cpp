@@ -33,26 +33,40 @@ class Shelf {
 
 }  // namespace
 
-// One position more than cells, for the last side, and what lanes and pieces reach beyond it.
-StripArrays StepScratch::strip(std::ptrdiff_t positions, bool centred) {
+BlockMap StepScratch::blockMap(std::ptrdiff_t rows, std::ptrdiff_t cells) {
+  const std::ptrdiff_t perRow = (cells + kBlock - 1) / kBlock;
+  const auto size = static_cast<std::size_t>(rows * perRow);
+  if (blocks_.size() < size) blocks_.resize(size);
+  return {blocks_.data(), perRow};
+}
+
+// One position more than cells, for the last side, one before the first, and what lanes and pieces
+// reach beyond.
+StripArrays StepScratch::strip(const StepData& step, std::ptrdiff_t positions,
+                               std::ptrdiff_t lines) {
+  const bool centred = step.parameters.velocityCentred;
   constexpr std::ptrdiff_t beyond = 96;
-  const auto length = static_cast<std::size_t>((positions + beyond) * kSecondStripLines);
-  Shelf<double> reals(reals_, length, centred ? 13 : 9);
-  Shelf<std::int64_t> words(words_, length, 2);
-  if (rows_.size() < length) rows_.assign(length, 0);
+  const auto rows = static_cast<std::size_t>(positions + beyond);
+  const std::ptrdiff_t stride = (lines + 15) / 16 * 16;
+  const std::size_t length = rows * static_cast<std::size_t>(stride);
+  Shelf<double> reals(reals_, length, centred ? 7 : 3);
+  Shelf<std::int64_t> words(words_, length, 1);
+  if (rows_.size() < rows) rows_.resize(rows);
+  if (piece_ == nullptr) piece_ = std::make_unique<PieceMemory>();
 
   StripArrays strip;
-  for (double** array : {&strip.sides.suspendedAbove, &strip.sides.suspendedBelow,
-                         &strip.sides.discharge, &strip.bedLoad.above, &strip.bedLoad.below,
-                         &strip.forward, &strip.reverse, &strip.concentration, &strip.adaptation})
-    *array = reals.take();
-  strip.sides.centredSuspendedAbove = centred ? reals.take() : strip.sides.suspendedAbove;
-  strip.sides.centredSuspendedBelow = centred ? reals.take() : strip.sides.suspendedBelow;
-  strip.sides.centredDischargeAbove = centred ? reals.take() : strip.sides.discharge;
-  strip.sides.centredDischargeBelow = centred ? reals.take() : strip.sides.discharge;
-  strip.flags = words.take();
-  strip.outcome = words.take();
+  const auto take = [&reals, stride] { return reals.take() + stride; };
+  SideArrays& s = strip.sides;
+  for (double** array : {&s.suspendedAbove, &s.discharge}) *array = take();
+  s.suspendedBelow = step.uniformGrain ? s.suspendedAbove : take();
+  s.centredSuspendedAbove = centred ? take() : s.suspendedAbove;
+  s.centredSuspendedBelow = centred ? take() : s.suspendedBelow;
+  s.centredDischargeAbove = centred ? take() : s.discharge;
+  s.centredDischargeBelow = centred ? take() : s.discharge;
+  strip.flags = words.take() + stride;
   strip.rowActive = rows_.data();
+  strip.piece = piece_.get();
+  strip.stride = stride;
   return strip;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 #include "morphology/step_kernel.hpp"
@@ -16,14 +17,23 @@ class StepScratch {
 
   Processor processor() const { return processor_; }
 
-  // Arrays for strips of lines up to `positions` cells long, valid until the next call.
-  StripArrays strip(std::ptrdiff_t positions, bool centred);
+  // Arrays for strips of `lines` lines, `positions` cells long, valid until the next call. Where grains
+  // are uniform both cells of a side see the same transport, and share an array.
+  StripArrays strip(const StepData& step, std::ptrdiff_t positions, std::ptrdiff_t lines);
+
+  // The map of the blocks of an area, to be filled.
+  BlockMap blockMap(std::ptrdiff_t rows, std::ptrdiff_t cells);
+
+  UniformValues& uniformValues() { return uniform_; }
 
  private:
   Processor processor_;
   std::vector<double> reals_;
   std::vector<std::int64_t> words_;
   std::vector<unsigned char> rows_;
+  std::unique_ptr<PieceMemory> piece_;
+  std::vector<unsigned char> blocks_;
+  UniformValues uniform_ = {};
 };
 
 }  // namespace nivaro

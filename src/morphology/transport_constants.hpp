@@ -1,4 +1,4 @@
-// Constants of the transport capacity, for the plain function and for the lanes.
+// Constants of capacity and deposition, for the plain functions and for the lanes.
 #pragma once
 
 namespace nivaro {
@@ -14,6 +14,8 @@ constexpr double kLargestConcentration = 20.0;      // of ca, from which on the 
 constexpr double kLargestSuspensionNumber = 25.0;   // beyond it nothing stays in suspension
 constexpr double kSmallestStage = 0.0001;  // keeps a trace of transport below the threshold
 constexpr double kSmallestShearVelocitySquared = 0.0001;  // m2/s2
+
+constexpr double kSmallestDischarge = 0.000001;  // m2/s, so that still water has a concentration
 
 // Of U / Y, where u*' = sqrt(0.03) / log10(e) U / Y meets its floor of 0.01 m/s.
 constexpr double kLog10e = 0.43429448190325182765;

@@ -6,7 +6,8 @@
 //   T  = k (U / Y)^2 - 1                       k = 0.03 rho_w / (e^2 (rho_s - rho_w) g D50 theta_cr)
 //   u*' = sqrt(0.03) / e (U / Y)               the root of tau' / rho_w needs no root
 //   Z  = z X / U                               z = 18 e ws / (0.4 beta sqrt(g))
-//   F  = (e^(Z ln(r / (1 - r))) - e^(1.2 ln r - Z ln(1 - r))) / (1.2 - Z),  ln r = ln a - ln h
+//   F  = (e^(Z ln(r / (1 - r))) - e^(1.2 ln r - Z ln(1 - r))) / (1.2 - Z),
+//        ln r = ln a - ln h, ln(1 - r) = ln(h - a) - ln h
 //
 // Depth, speed and grain part ways here, so that the two cells of a side share what they can. Sides
 // whose values are not ordinary are marked, and are computed by the plain function: every guard, cap
@@ -87,7 +88,7 @@ template <class Real>
 template <class Real>
 [[gnu::always_inline]] inline DepthLanes<Real> depthLanes(Real depth, const CapacityTerms& p) {
   const Real log = logarithm(depth);
-  return {depth, log, p.logReference - log, logarithm(1.0 - p.referenceLevel / depth),
+  return {depth, log, p.logReference - log, logarithm(depth - p.referenceLevel) - log,
           log + p.logRoughness};
 }
 
@@ -118,9 +119,9 @@ template <class Real>
   const Real concentration = grain.suspended * power;
   const Real suspended = s.load * concentration;
   const Real bedLoad = grain.bedLoad * power * atLeast(shear, all<Real>(kSmallestShear));
-  return {atMost(suspended, all<Real>(kLargestTransport)),
-          atMost(bedLoad, all<Real>(kLargestTransport)),
-          s.ordinary & (profile > 0.25) & (concentration < 0.99 * kLargestConcentration)};
+  return {suspended, bedLoad,
+          s.ordinary & (profile > 0.25) & (concentration < 0.99 * kLargestConcentration) &
+              (suspended < 0.99 * kLargestTransport) & (bedLoad < 0.99 * kLargestTransport)};
 }
 
 }  // namespace nivaro

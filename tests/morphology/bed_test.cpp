@@ -5,10 +5,11 @@
 #include <limits>
 #include <string>
 
-#include "morphology/bed_change.hpp"
 #include "morphology/bed_rebuild.hpp"
 #include "morphology/morphology_step.hpp"
+#include "morphology/processors.hpp"
 #include "morphology/slumping.hpp"
+#include "morphology/step_data.hpp"
 #include "morphology/test_domain.hpp"
 
 namespace nivaro {
@@ -30,14 +31,22 @@ TEST(BedChange, IsCentredInTimeAndLimited) {
       {1.0, kNoNumber, 0.0, kNoNumber},  // no limit hides it
   };
   for (const auto& [factor, computed, previous, applied] : cases) {
-    TestDomain d(3, 3);
-    d.parameters.timeCentringFactor = factor;
-    d.change[kMiddle] = computed;
-    d.previous[kMiddle] = previous;
-    limitAndCentre(d.input(), d.area);
+    for (const Processor processor : supportedProcessors()) {
+      TestDomain d(3, 3);
+      d.parameters.timeCentringFactor = factor;
+      d.change[kMiddle] = computed;
+      d.previous[kMiddle] = previous;
+      const StepInput input = d.input();
+      StepScratch scratch(processor);
+      StepData step = stepData(input, d.area);
+      step.map = scratch.blockMap(1, 1);
+      step.map.blocks[0] = kCarriesSand;
+      stepKernel(processor).limitAndRaiseRow(step, 2);
 
-    EXPECT_TRUE(isSame(d.change[kMiddle], applied)) << computed;
-    EXPECT_TRUE(isSame(d.previous[kMiddle], applied)) << computed;
+      EXPECT_TRUE(isSame(d.change[kMiddle], applied)) << computed;
+      EXPECT_TRUE(isSame(d.previous[kMiddle], applied)) << computed;
+      EXPECT_TRUE(isSame(d.zc[kMiddle], 2.0 - applied)) << computed;
+    }
   }
 }
 

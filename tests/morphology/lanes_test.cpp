@@ -57,6 +57,19 @@ TEST(LanesMath, ExponentialIsWithinTwoLastPlaces) {
     EXPECT_LT(largestError(stepKernel(processor).exponentials, std::exp, at), 4.5e-16);
 }
 
+TEST(LanesMath, FifthRootIsWithinTwoLastPlaces) {
+  std::mt19937 dice(1);
+  std::uniform_real_distribution<double> exponent(-1000.0, 1000.0), nearOne(0.5, 2.0);
+  std::vector<double> at = {1.0, std::nextafter(1.0, 0.0), std::sqrt(0.5), 1e-300};
+  for (int k = 0; k < 200000; ++k) at.push_back(std::exp2(exponent(dice)));
+  for (int k = 0; k < 200000; ++k) at.push_back(nearOne(dice));
+  const auto exact = [](double x) {
+    return static_cast<double>(std::pow(static_cast<long double>(x), 0.2L));
+  };
+  for (const Processor processor : supportedProcessors())
+    EXPECT_LT(largestError(stepKernel(processor).fifthRoots, exact, at), 4.5e-16);
+}
+
 TEST(LanesMath, ExponentialOfNoNumberIsNone) {
   for (const Processor processor : supportedProcessors()) {
     const double at = std::numeric_limits<double>::quiet_NaN();
@@ -116,7 +129,8 @@ TEST(TransportLanes, OrdinarySidesAsThePlainFunction) {
         << h << " " << u;
     ASSERT_NEAR(q.bedLoad[0], plain.bedLoad, 3e-11 * std::abs(plain.bedLoad)) << h << " " << u;
   }
-  EXPECT_GT(ordinary, 19000);
+  // The fastest flows meet the cap of 100 kg/(m s), which is left to the plain function.
+  EXPECT_GT(ordinary, 15000);
 }
 
 TEST(TransportLanes, DepositionAsThePlainFunction) {
@@ -134,7 +148,7 @@ TEST(TransportLanes, DepositionAsThePlainFunction) {
                                                  all<Real2>(equilibrium), all<Real2>(discharge));
     // 1 - (qe / qi)^0.2 has lost what the power has before its point.
     const double lost = 1e-15 * plain.concentration * 0.02 / (inflow - equilibrium);
-    ASSERT_EQ(s.concentration[0], plain.concentration);
+    ASSERT_NEAR(s.concentration[0], plain.concentration, 1e-15 * plain.concentration);
     ASSERT_NEAR(s.adaptation[0], plain.adaptation, 1e-14 * plain.adaptation + lost);
     ASSERT_NEAR(s.deposited[0], plain.deposited, 1e-14 * inflow);
   }

@@ -50,7 +50,27 @@ struct Line {
   StripArrays strip;
   std::ptrdiff_t count = 0;
 
-  explicit Line(Processor processor) : scratch(processor), strip(scratch.strip(8, true)) {
+  struct Results {
+    std::vector<double> reals[3];
+    std::vector<std::int64_t> outcome;
+    Results() : outcome(kCells) {
+      for (auto& values : reals) values.resize(kCells);
+    }
+    Exchange exchange() {
+      return {reals[0].data(), reals[1].data(), reals[2].data(), outcome.data()};
+    }
+  };
+  static constexpr std::size_t kCells = 8 * kFirstStripLines;
+  Results forward, reverse;
+
+  static StepData centredStep() {
+    StepData step;
+    step.parameters.velocityCentred = true;
+    return step;
+  }
+
+  explicit Line(Processor processor)
+      : scratch(processor), strip(scratch.strip(centredStep(), 8, kFirstStripLines)) {
     domain.settings.cellSize = domain.settings.timeStep = 1.0;
     domain.parameters.sandGrainDensity = 1.0;
     domain.parameters.fallVelocity = std::log(2.0);
@@ -69,11 +89,12 @@ struct Line {
       for (double* discharge : {s.discharge, s.centredDischargeAbove, s.centredDischargeBelow})
         discharge[cell + lane] = discharge[next + lane] = velocity;
     }
-    strip.rowActive[count++] = 1;
+    ++count;
   }
   void carry() {
     const StepData step = stepData(domain.input(), domain.area);
-    stepKernel(scratch.processor()).carry(step, strip, count);
+    stepKernel(scratch.processor())
+        .carry(step, strip, count, forward.exchange(), reverse.exchange());
   }
   template <class Element>
   Element at(const Element* array, std::ptrdiff_t position, std::ptrdiff_t lane) const {
@@ -117,10 +138,12 @@ TEST(LineCarry, ForwardTable) {
       line.carry();
 
       for (std::ptrdiff_t lane = 0; lane < kFirstStripLines; ++lane) {
-        EXPECT_DOUBLE_EQ(line.at(line.strip.forward, 1, lane), d) << name;
-        EXPECT_DOUBLE_EQ(line.at(line.strip.forward, 2, lane), (t != 0.0 ? t : 7.0) - 1000.0)
+        EXPECT_DOUBLE_EQ(line.at(line.forward.exchange().net, 1, lane), d) << name;
+        EXPECT_DOUBLE_EQ(line.at(line.forward.exchange().net, 2, lane),
+                         (t != 0.0 ? t : 7.0) - 1000.0)
             << name;
-        EXPECT_EQ((line.at(line.strip.outcome, 1, lane) & kForwardErosion) != 0, erosion) << name;
+        EXPECT_EQ((line.at(line.forward.exchange().outcome, 1, lane) & kErosion) != 0, erosion)
+            << name;
       }
     }
 }
@@ -148,10 +171,12 @@ TEST(LineCarry, ReverseTable) {
       line.carry();
 
       for (std::ptrdiff_t lane = 0; lane < kFirstStripLines; ++lane) {
-        EXPECT_DOUBLE_EQ(line.at(line.strip.reverse, 1, lane), d) << name;
-        EXPECT_DOUBLE_EQ(line.at(line.strip.reverse, 0, lane), (t != 0.0 ? -t : 7.0) - 1000.0)
+        EXPECT_DOUBLE_EQ(line.at(line.reverse.exchange().net, 1, lane), d) << name;
+        EXPECT_DOUBLE_EQ(line.at(line.reverse.exchange().net, 0, lane),
+                         (t != 0.0 ? -t : 7.0) - 1000.0)
             << name;
-        EXPECT_EQ((line.at(line.strip.outcome, 1, lane) & kReverseErosion) != 0, erosion) << name;
+        EXPECT_EQ((line.at(line.reverse.exchange().outcome, 1, lane) & kErosion) != 0, erosion)
+            << name;
       }
     }
 }
@@ -167,7 +192,8 @@ TEST(LineCarry, SandOfASweepIsConserved) {
     line.carry();
 
     double gained = 0.0;
-    for (std::ptrdiff_t k = 0; k < line.count; ++k) gained += line.at(line.strip.forward, k, 3);
+    for (std::ptrdiff_t k = 0; k < line.count; ++k)
+      gained += line.at(line.forward.exchange().net, k, 3);
     EXPECT_NEAR(gained, 6.0 - 9.0, 1e-12);
   }
 }

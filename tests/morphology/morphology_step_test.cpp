@@ -98,10 +98,13 @@ void spoil(Dice& dice, TestDomain& d) {
 
 TestDomain randomDomain(unsigned seed) {
   Dice dice(seed);
-  // Some grids are longer than a strip is wide and a piece of a row is long.
-  const bool large = seed % 50 == 0;
-  TestDomain d(large ? dice.whole(60, 150) : dice.whole(4, 20),
-               large ? dice.whole(60, 90) : dice.whole(4, 12));
+  // Some grids are longer than a block of cells and a strip along the first index, some wider than one
+  // along the second.
+  const bool large = seed % 50 == 0, wide = seed % 200 == 0;
+  TestDomain d(wide    ? dice.whole(515, 700)
+               : large ? dice.whole(60, 150)
+                       : dice.whole(4, 20),
+               large ? dice.whole(17, 90) : dice.whole(4, 12));
   fillFlowAndBed(dice, d);
   fillFields(dice, d);
   fillOptions(dice, d);
