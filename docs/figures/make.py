@@ -8,6 +8,7 @@ import csv
 import math
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -55,10 +56,27 @@ def run_host(build, case, out, options=None, step=None):
         return {row["quantity"]: float(row["value"]) for row in csv.DictReader(file)}
 
 
+def ripples(run, reference):
+    """Largest difference of the beds after 15 h at the head of the trench, and elsewhere."""
+    beds = []
+    for folder in (run, reference):
+        with (folder / "trench_profile.csv").open() as file:
+            beds.append([(float(row["distance_m"]), float(row["bed_m"])) for row in csv.DictReader(file)
+                         if float(row["time_h"]) == 15])
+    differences = [(x, abs(z - other)) for (x, z), (_, other) in zip(*beds)]
+    return (max(d for x, d in differences if x < 2.2), max(d for x, d in differences if x >= 2.2))
+
+
 def trench_runs(build, scratch):
     trench_case(scratch / "fine", 0.1)
     for step in STEPS:
         run_host(build, scratch / "fine", scratch / f"step{step}", step=step)
+    for theta in (1, 0.25):
+        run_host(build, scratch / "fine", scratch / f"theta{theta}",
+                 {"Morphology Time Centreing Factor": theta}, 64)
+    for run in ("step64", "step256", "theta1", "theta0.25"):
+        head, elsewhere = ripples(scratch / run, scratch / "step8")
+        print(f"  {run} against step8: {head:.4f} m at the head, {elsewhere:.4f} m elsewhere")
     with (scratch / "calibration.txt").open("w") as file:
         for factor in FACTORS:
             result = run_host(build, scratch / "fine", scratch / f"factor{factor}",
@@ -73,6 +91,20 @@ def trench_runs(build, scratch):
             print(f"  cell sides high {switch}, {case} cells: rms {result['rms']:.3f} m")
 
 
+def unset_runs(build, scratch):
+    """What a missing reference level does in a straight flume and where the flow turns."""
+    for name, lines_of, hours in (("trench", "trench.mcf", 1.0), ("reach", "sand.mcf", 0.2)):
+        case, out = scratch / f"unset_{name}", scratch / f"unset_{name}_out"
+        shutil.copytree(TRENCH.parent / name, case)
+        sand = case / lines_of
+        sand.write_text(re.sub(r"^.*Reference Level.*\n", "", sand.read_text(), flags=re.M))
+        subprocess.run([build / "morphology_host", case, "--out", out, "--duration", str(hours)],
+                       check=True, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
+        with (out / f"{name}_bed_change.csv").open() as file:
+            largest = max(abs(float(row["bed_change_m"])) for row in csv.DictReader(file))
+        print(f"  {name} without a reference level: the bed changes by {largest:.2f} m in {hours} h")
+
+
 # ---- One line of cells ----
 
 def celerity(depth, speed, options=None):
@@ -84,7 +116,9 @@ def celerity(depth, speed, options=None):
 def print_sensitivity():
     print("Transport of 2 m at 1 m/s, and how it answers to one option")
     suspended, bed_load = capacity(2, 1)
-    print(f"  {suspended:.3f} suspended, {bed_load:.3f} bed load, kg/(s m)")
+    for speed in (0.8, 1.0, 1.1):
+        s, b = capacity(2, speed)
+        print(f"  at {speed} m/s {s:.3f} suspended, {b:.3f} bed load, kg/(s m)")
     for name, values in {
             "Set Morphology D50": (0.0001, 0.0004), "Set Morphology D90": (0.00025, 0.0006),
             "Morphology Fall Velocity": (0, 0.0125, 0.05),
@@ -174,14 +208,19 @@ def print_step_rule():
 
 def lag_profile(scratch):
     """A current that quickens at 100 m and slackens at 400 m."""
+    bed_load = capacity(2, 1)[1] - capacity(2, 0.8)[1]
+    to_height = 600 / 20 / 0.6 / line_host.DENSITY
     with (scratch / "lag.txt").open("w") as file:
         for factor in (1, 3, 9):
-            line = Line(60, 20, 2, lambda j: 2.0 if 5 <= j < 20 else 1.6,
+            line = Line(500, 20, 2, lambda j: 2.0 if 5 <= j < 20 else 1.6,
                         {**EXACT, "Morphology Concentration Factor": factor})
             line.step(600)
             for j in range(1, 61):
                 print((j - 0.5) * 20, line.change(j) * 1000, file=file)
             print("\n", file=file)
+            near, all_of_it = (sum(line.change(j) for j in range(20, last)) - bed_load * to_height
+                               for last in (25, 501))
+            print(f"  factor {factor}: {near / all_of_it:.2f} of what settles does so in 100 m")
 
 
 # ---- Pictures ----
@@ -203,9 +242,11 @@ def main():
     print_step_rule()
     with tempfile.TemporaryDirectory() as folder:
         scratch = pathlib.Path(folder)
+        print("Settling behind a current that slackens")
         lag_profile(scratch)
         print("The trench")
         trench_runs(build, scratch)
+        unset_runs(build, scratch)
         subprocess.run([build / "morphology_host", HERE / "layers", "--out", scratch / "layers"],
                        check=True, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
         check_layer_cells(scratch)
