@@ -9,75 +9,9 @@
 namespace nivaro {
 
 template <class Real>
-int smaller(std::ptrdiff_t a, std::ptrdiff_t b) {
-  return static_cast<int>(a < b ? a : b);
-}
-
-// Fields that are cleared mostly are clear, and reading costs half of writing.
-template <class Real>
-void clearCells(double* field, std::ptrdiff_t count) {
-  using Word = typename Lanes<Real>::Word;
-  constexpr int lanes = kLanes<Real>;
-  std::ptrdiff_t k = 0;
-  for (; k + 4 * lanes <= count; k += 4 * lanes) {
-    const Word bits = (load<Word>(field + k) | load<Word>(field + k + lanes)) |
-                      (load<Word>(field + k + 2 * lanes) | load<Word>(field + k + 3 * lanes));
-    if (!anyOf<Real>(as<MaskOf<Real>>(bits))) continue;
-    for (int part = 0; part < 4; ++part) store(field + k + part * lanes, Real{});
-  }
-  for (; k < count; k += lanes) store(field + k, Real{}, smaller<Real>(count - k, lanes));
-}
-
-template <class Real>
 [[gnu::always_inline]] inline MaskOf<Real> isMovable(const std::int32_t* bedCode, int count) {
   return loadFlags<Real>(bedCode, count) > 0;
 }
-
-// What a row of the grid starts a step with: the fields of the step are cleared where the sweeps will not
-// set them, and the blocks of a row of the area are told apart.
-template <class Real>
-struct StartOfRow {
-  using Mask = MaskOf<Real>;
-
-  const StepData& step;
-  std::ptrdiff_t j;
-  std::ptrdiff_t row = (j - 1) * step.n;
-
-  void clear(std::ptrdiff_t from, std::ptrdiff_t count) const {
-    for (double* field : {step.change, step.concentration, step.adaptation})
-      clearCells<Real>(field + row + from, count);
-  }
-
-  unsigned char bitsOf(std::ptrdiff_t from, std::ptrdiff_t count) const {
-    Mask odd{}, movable{};
-    for (std::ptrdiff_t k = 0; k < count; k += kLanes<Real>) {
-      const Mask codes =
-          loadFlags<Real>(step.bedCode + row + from + k, smaller<Real>(count - k, kLanes<Real>));
-      odd |= codes & 1;
-      movable |= codes > 0;
-    }
-    return static_cast<unsigned char>((anyOf<Real>(odd) ? kCarriesSand : 0) |
-                                      (anyOf<Real>(movable) ? kHasMovableBed : 0));
-  }
-
-  void prepare() const {
-    clearCells<Real>(step.slumps + row, step.n);
-    clearCells<Real>(step.spare + row, step.n);
-    if (j < step.firstJ || j > step.lastJ || step.firstI > step.lastI) return clear(0, step.n);
-    clear(0, step.firstI - 1);
-    clear(step.lastI, step.n - step.lastI);
-    unsigned char* bits = step.map.blocks + (j - step.firstJ) * step.map.perRow;
-    for (std::ptrdiff_t from = step.firstI - 1; from < step.lastI; from += kBlock) {
-      const std::ptrdiff_t count = smaller<Real>(step.lastI - from, kBlock);
-      *bits = bitsOf(from, count);
-      if ((*bits & kCarriesSand) == 0) {
-        clear(from, count);
-        clearCells<Real>(step.previousChange + row + from, count);
-      }
-      ++bits;
-    }
-  }
-};
 
 // The cells of row j of the area, and of its rim.
 template <class Real>
@@ -218,11 +152,6 @@ struct BedRow {
     set(step.cornerDepth, (0.0 + here + right + up + across) / 4.0);
   }
 };
-
-template <class Real>
-void startRow(const StepData& step, std::ptrdiff_t j) {
-  StartOfRow<Real>{step, j}.prepare();
-}
 
 template <class Real>
 void limitAndRaiseRow(const StepData& step, std::ptrdiff_t j) {

@@ -1,8 +1,11 @@
 // A step kernel from its templates, for the sources that compile it for one kind of processor.
 #pragma once
 
+#include "morphology/bed_lanes.hpp"
+#include "morphology/first_axis_lanes.hpp"
+#include "morphology/second_axis_lanes.hpp"
+#include "morphology/start_lanes.hpp"
 #include "morphology/step_kernel.hpp"
-#include "morphology/sweep_lanes.hpp"
 
 namespace nivaro {
 
@@ -22,6 +25,18 @@ template <class Real>
 void fifthRootLanes(const double* x, double* result, int count) {
   for (int k = 0; k < count; k += kLanes<Real>)
     store(result + k, fifthRoot(load<Real>(x + k, count - k)), count - k);
+}
+
+// For the tests: both sweeps over lines of a strip along the first index.
+template <class Real>
+void carryBothWays(const StepData& step, const StripArrays& strip, std::ptrdiff_t positions,
+                   const Exchange& forward, const Exchange& reverse) {
+  using LineCarry = Carry<Real>;
+  const LineCarry carry{step, strip.sides, strip.flags, kFirstStripLines};
+  typename LineCarry::Carried carried;
+  carry.carryForward(0, positions, carried, forward);
+  carried = {};
+  carry.carryReverse(0, positions, carried, reverse);
 }
 
 template <class Real>

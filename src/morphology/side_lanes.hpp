@@ -25,6 +25,19 @@ struct CellRow {
   }
 };
 
+// Cells of a row, or of a piece of one.
+template <class Real, std::ptrdiff_t length>
+struct CellRowMemory {
+  std::int64_t active[length];
+  std::int64_t ordinary[length];
+  double stage[length];
+  double suspended[length];
+  double bedLoad[length];
+  double logGrain[length];
+
+  CellRow<Real> row() { return {active, ordinary, stage, suspended, bedLoad, logGrain}; }
+};
+
 template <class Real>
 struct SideLanes {
   Real depth;

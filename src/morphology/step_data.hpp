@@ -85,6 +85,7 @@ struct StepData {
 
 // The step refers to the input from then on.
 StepData stepData(const StepInput& in, const Area& area);
+StepData stepData(const StepInput&& in, const Area& area) = delete;
 
 // As many copies of a value as there are lanes at most.
 struct UniformValues {

@@ -72,7 +72,7 @@ struct PieceMemory {
 struct StripArrays {
   SideArrays sides;
   std::int64_t* flags = nullptr;
-  unsigned char* rowActive = nullptr;  // by position: whether any of its cells is active
+  unsigned char* pieceActive = nullptr;  // by first position: whether any cell is active
   PieceMemory* piece = nullptr;
   std::ptrdiff_t stride = 0;  // lines in a row of the arrays
 };

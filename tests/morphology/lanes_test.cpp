@@ -135,7 +135,8 @@ TEST(TransportLanes, OrdinarySidesAsThePlainFunction) {
 
 TEST(TransportLanes, DepositionAsThePlainFunction) {
   TestDomain d(3, 3);
-  const StepData step = stepData(d.input(), d.area);
+  const StepInput input = d.input();
+  const StepData step = stepData(input, d.area);
   std::mt19937 dice(7);
   std::uniform_real_distribution<double> share(0.0, 1.0), size(-30.0, 5.0);
   for (int k = 0; k < 20000; ++k) {

@@ -92,7 +92,8 @@ struct Line {
     ++count;
   }
   void carry() {
-    const StepData step = stepData(domain.input(), domain.area);
+    const StepInput input = domain.input();
+    const StepData step = stepData(input, domain.area);
     stepKernel(scratch.processor())
         .carry(step, strip, count, forward.exchange(), reverse.exchange());
   }
