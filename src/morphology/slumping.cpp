@@ -1,6 +1,7 @@
 #include "morphology/slumping.hpp"
 
 #include <algorithm>
+#include <limits>
 
 #include "morphology/activity.hpp"
 
@@ -34,7 +35,9 @@ void slumpFrom(const StepInput& in, Cell cell, Cell neighbour, double distance) 
 
 double stableStep(double distance, double slope) {
   if (!(distance > 0.0) || !(slope > 0.0)) return kSmallestStep;
-  return std::max(kSmallestStep, (1.0 - 1e-12) * distance / slope);
+  const double bound = (1.0 - 1e-12) * distance / slope;
+  return bound <= std::numeric_limits<double>::max() ? std::max(kSmallestStep, bound)
+                                                     : kSmallestStep;
 }
 
 // The order of the neighbours fixes the last bits of the sums.
