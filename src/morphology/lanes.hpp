@@ -138,13 +138,13 @@ int smaller(std::ptrdiff_t a, std::ptrdiff_t b) {
 template <class Real>
 void clearCells(double* field, std::ptrdiff_t count) {
   using Word = typename Lanes<Real>::Word;
-  constexpr int lanes = kLanes<Real>;
+  constexpr std::ptrdiff_t lanes = kLanes<Real>;
   std::ptrdiff_t k = 0;
   for (; k + 4 * lanes <= count; k += 4 * lanes) {
     const Word bits = (load<Word>(field + k) | load<Word>(field + k + lanes)) |
                       (load<Word>(field + k + 2 * lanes) | load<Word>(field + k + 3 * lanes));
     if (!anyOf<Real>(as<MaskOf<Real>>(bits))) continue;
-    for (int part = 0; part < 4; ++part) store(field + k + part * lanes, Real{});
+    for (std::ptrdiff_t part = 0; part < 4; ++part) store(field + k + part * lanes, Real{});
   }
   for (; k < count; k += lanes) store(field + k, Real{}, smaller<Real>(count - k, lanes));
 }
