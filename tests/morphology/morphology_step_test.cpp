@@ -66,6 +66,21 @@ void fillFields(Dice& dice, TestDomain& d) {
   }
 }
 
+// Fields that are the same everywhere, and patches without sand, are passed over in ways of their own.
+void levelFields(Dice& dice, TestDomain& d) {
+  const bool grains = dice.chance(0.4), voids = dice.chance(0.3);
+  for (auto* field : {&d.d50, &d.d90})
+    if (grains) field->assign(d.size, field->front());
+  for (auto* field : {&d.inSituVoids, &d.depositionVoids})
+    if (voids) field->assign(d.size, field->front());
+  if (dice.chance(0.3)) d.bedLimit.assign(d.size, dice.oneOf({-99999.0, -1.5}));
+  if (!dice.chance(0.3)) return;
+  const int firstI = dice.whole(1, d.n), firstJ = dice.whole(1, d.m),
+            lastJ = dice.whole(firstJ, d.m);
+  for (int j = firstJ; j <= lastJ; ++j)
+    for (int i = firstI; i <= d.n; ++i) d.grid(d.bedCode)(i, j) = dice.oneOf({0, 0, 0, 0, 2, -2});
+}
+
 void fillOptions(Dice& dice, TestDomain& d) {
   auto& p = d.parameters;
   p.velocityCentred = dice.chance(0.5);
@@ -107,6 +122,7 @@ TestDomain randomDomain(unsigned seed) {
                large ? dice.whole(17, 90) : dice.whole(4, 12));
   fillFlowAndBed(dice, d);
   fillFields(dice, d);
+  levelFields(dice, d);
   fillOptions(dice, d);
   if (seed % 3 == 0) spoil(dice, d);
   return d;
