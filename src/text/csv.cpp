@@ -18,10 +18,11 @@ std::string_view firstField(std::string_view line) {
 }  // namespace
 
 bool csvColumn(std::string_view header, std::string_view name, std::int32_t& column) {
+  const std::string wanted = asameKey(name);
   std::string_view rest = header.substr(0, kHeaderWidth);
   for (std::int32_t position = 1;; ++position) {
     const std::string_view field = firstField(rest);
-    if (asame(field, name)) {
+    if (asameKey(field) == wanted) {
       column = position;
       return true;
     }

@@ -40,7 +40,11 @@ bool flagExistsRet(std::string_view text, std::string_view flag, std::string_vie
 }
 
 bool asame(std::string_view a, std::string_view b) {
-  return upperCase(bare(a)) == upperCase(bare(b));
+  return asameKey(a) == asameKey(b);
+}
+
+std::string asameKey(std::string_view text) {
+  return upperCase(bare(text));
 }
 
 bool asameCs(std::string_view a, std::string_view b) {

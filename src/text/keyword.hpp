@@ -19,6 +19,9 @@ bool flagExistsRet(std::string_view text, std::string_view flag, std::string_vie
 bool asame(std::string_view a, std::string_view b);
 bool asameCs(std::string_view a, std::string_view b);
 
+// What `asame` compares: texts are the same when these are.
+std::string asameKey(std::string_view text);
+
 // Commands that read or write the layer or cell table of a keyword: "Read MI <keyword>" and
 // "Read GIS <keyword>", the same with "Write", "Read MID <keyword>" and "Read RowCol <keyword>".
 bool readGis(std::string_view command, std::string_view keyword);
