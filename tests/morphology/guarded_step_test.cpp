@@ -1,0 +1,186 @@
+// Steps on arrays that end, or begin, at pages that nobody may touch, and that are read-only where a
+// step may only read; with numbers of every kind.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cfenv>
+#include <limits>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "guarded_array.hpp"
+#include "morphology/morphology_step.hpp"
+#include "morphology/processors.hpp"
+#include "morphology/test_domain.hpp"
+
+namespace nivaro {
+namespace {
+
+using test::Edge;
+using test::GuardedArray;
+
+using Limits = std::numeric_limits<double>;
+constexpr double kOddNumbers[] = {Limits::quiet_NaN(),
+                                  Limits::infinity(),
+                                  -Limits::infinity(),
+                                  Limits::denorm_min(),
+                                  -1e-310,
+                                  0.0,
+                                  -0.0,
+                                  -1.0,
+                                  1e-200,
+                                  1e200,
+                                  Limits::max(),
+                                  Limits::lowest()};
+
+class Numbers {
+ public:
+  explicit Numbers(unsigned seed) : engine_(seed) {}
+
+  bool chance(double share) { return usual(0.0, 1.0) < share; }
+  double usual(double low, double high) {
+    return std::uniform_real_distribution<double>(low, high)(engine_);
+  }
+  template <typename List>
+  auto oneOf(const List& list) {
+    return list[engine_() % std::size(list)];
+  }
+  // Now and then something else.
+  void spoil(double& value, double share) {
+    if (chance(share)) value = oneOf(kOddNumbers);
+  }
+
+ private:
+  std::mt19937 engine_;
+};
+
+void spoilOptions(Numbers& numbers, TestDomain& d) {
+  MorphologyParameters& p = d.parameters;
+  for (double* option :
+       {&p.fallVelocity, &p.currentRelatedRoughness, &p.waveRelatedRoughness,
+        &p.mixingLayerThickness, &p.referenceLevel, &p.mixingCoefficient, &p.sandGrainDensity,
+        &p.waterDensity, &p.timeCentringFactor, &p.slumpSlope, &p.slumpBedChangeLimit,
+        &p.bedChangeLimit, &p.concentrationFactor, &d.settings.cellSize,
+        &d.settings.slumpDistanceSecond, &d.settings.slumpDistanceFirst, &d.settings.timeStep,
+        &d.settings.raiseFactor})
+    numbers.spoil(*option, 0.1);
+}
+
+// Flow over a rough bed. The area is as large as it may be, and empty where the grid is too small.
+TestDomain domain(Numbers& numbers, int n, int m, double spoiled) {
+  TestDomain d(n, m);
+  for (std::size_t k = 0; k < d.size; ++k) {
+    for (auto* v : {&d.v1, &d.v2}) (*v)[k] = numbers.usual(-1.0, 1.0);
+    for (auto* depth : {&d.zc, &d.z1, &d.z2}) (*depth)[k] = numbers.usual(1.0, 3.0);
+    d.wet[k] = numbers.oneOf(std::array{-1, -1, -1, 1, 0, 2});
+    d.flow[k] = numbers.oneOf(std::array{-1, 0, 1, 2});
+    d.bedCode[k] = numbers.oneOf(std::array{1, 1, 1, 3, 2, 0, -1, INT32_MIN});
+    for (auto& [name, field] : d.reals()) numbers.spoil((*field)[k], spoiled);
+  }
+  if (spoiled > 0.0) spoilOptions(numbers, d);
+  d.parameters.velocityCentred = numbers.chance(0.5);
+  d.parameters.cellSidesHigh = numbers.chance(0.5);
+  d.settings.raiseSideDepth = numbers.chance(0.5);
+  return d;
+}
+
+// The arrays of a domain, each between pages of its own.
+class GuardedDomain {
+ public:
+  // Arrays of these names may be written.
+  GuardedDomain(TestDomain& d, Edge edge, const std::set<std::string>& writable)
+      : domain_(d), wet_(d.wet, edge), flow_(d.flow, edge), bedCode_(d.bedCode, edge) {
+    wet_.makeReadOnly();
+    flow_.makeReadOnly();
+    if (!writable.contains("bed code")) bedCode_.makeReadOnly();
+    for (const auto& [name, field] : d.reals()) {
+      reals_.emplace_back(*field, edge);
+      if (!writable.contains(name)) reals_.back().makeReadOnly();
+    }
+  }
+
+  // With the arrays in the order of TestDomain::reals.
+  StepInput input() const {
+    const auto real = [this](std::size_t k) { return grid(reals_[k]); };
+    return {{grid(wet_), grid(flow_), real(0), real(1), real(2)},
+            {real(3), real(4), real(5), real(6)},
+            {real(7), real(8), real(9), real(10), real(11), real(12), real(13), real(14), real(15),
+             real(16), real(17), grid(bedCode_)},
+            domain_.settings,
+            domain_.parameters};
+  }
+
+  TestDomain result() const {
+    TestDomain d = domain_;
+    std::size_t next = 0;
+    for (const auto& [name, field] : d.reals()) *field = reals_[next++].copy();
+    d.bedCode = bedCode_.copy();
+    return d;
+  }
+
+  bool isAloneWritten() const {
+    for (const auto& field : reals_)
+      if (!field.isAloneWritten()) return false;
+    return bedCode_.isAloneWritten();
+  }
+
+ private:
+  template <typename T>
+  Grid<T> grid(const GuardedArray<T>& array) const {
+    return {array.data(), domain_.n, domain_.m};
+  }
+
+  TestDomain& domain_;
+  std::vector<GuardedArray<double>> reals_;
+  GuardedArray<Logical> wet_, flow_;
+  GuardedArray<std::int32_t> bedCode_;
+};
+
+// Grids without a cell of their own, longer than a block, wider than a strip.
+constexpr struct {
+  int n, m;
+} kSizes[] = {{1, 1}, {1, 4}, {2, 2},  {3, 3},   {3, 9},   {9, 3},
+              {4, 4}, {8, 9}, {17, 5}, {67, 19}, {131, 4}, {515, 4}};
+
+template <typename Compute>
+void expectGuarded(TestDomain& d, const std::set<std::string>& writable, const Compute& compute,
+                   const std::string& what) {
+  TestDomain expected = d;
+  compute(expected.input());
+  for (const Edge edge : test::kEdges) {
+    const GuardedDomain guarded(d, edge, writable);
+    compute(guarded.input());
+    TestDomain actual = guarded.result();
+    ASSERT_TRUE(guarded.isAloneWritten()) << what;
+    ASSERT_NO_FATAL_FAILURE(expectSame(expected, actual, what));
+  }
+}
+
+TEST(GuardedStep, TouchesNothingElseAndWritesWhatItMay) {
+  const std::set<std::string> ofStep = {"zpts",          "zc",         "z2",   "z1", "P", "A", "C",
+                                        "concentration", "adaptation", "spare"};
+  const std::set<std::string> ofSmoothing = {"zpts", "z2", "z1", "bed limit", "bed code"};
+  const int rounding = std::fegetround();
+  unsigned seed = 0;
+  for (const auto& [n, m] : kSizes)
+    for (const double spoiled : {0.0, 0.01, 0.2, 1.0})
+      for (const Processor processor : supportedProcessors()) {
+        Numbers numbers(++seed);
+        TestDomain d = domain(numbers, n, m, spoiled);
+        const std::string what = std::to_string(n) + " x " + std::to_string(m) + ", spoiled " +
+                                 std::to_string(spoiled) + ", on " +
+                                 std::to_string(static_cast<int>(processor));
+        StepScratch scratch(processor);
+        ASSERT_NO_FATAL_FAILURE(expectGuarded(
+            d, ofStep, [&](const StepInput& in) { morphologyStep(in, d.area, scratch); }, what));
+        ASSERT_NO_FATAL_FAILURE(expectGuarded(
+            d, ofSmoothing, [&](const StepInput& in) { smoothBed(in, d.area); }, what));
+      }
+  EXPECT_EQ(std::fegetround(), rounding);
+  EXPECT_EQ(fegetexcept(), 0) << "numbers that are none would stop the host";
+}
+
+}  // namespace
+}  // namespace nivaro
