@@ -60,7 +60,6 @@ void CheckLayer::write(const CheckedDomain& domain, const GisSettings& settings,
 
   writeCells(domain, *mif, *mid);
   mif->flush();
-  mid->flush();
   requireWritten();
   if (domain.domain == domain.lastDomain) opener_.close(units_);
 }
@@ -79,7 +78,9 @@ void CheckLayer::create(const CheckedDomain& domain, const GisSettings& settings
   for (const std::string_view line : kColumns) mif->writeRecord(line);
 }
 
-// A row of cells (along the second index) is gathered as one block of text for each file.
+// A row of cells (along the second index) is gathered as one block of text for each file. Its records
+// are on the disk before its squares: readers pass over a record too many, but not over an object that
+// has none.
 void CheckLayer::writeCells(const CheckedDomain& domain, Unit& mif, Unit& mid) {
   const Area& range = domain.range;
   CornerLines low;
@@ -97,9 +98,10 @@ void CheckLayer::writeCells(const CheckedDomain& domain, Unit& mif, Unit& mid) {
       appendSquare(squares, low, high, j);
       records.append(lines, i, j);
     }
-    mif.writeBytes(std::as_bytes(std::span(squares)));
     mid.writeBytes(std::as_bytes(std::span(lines)));
+    mid.flush();
     requireWritten();
+    mif.writeBytes(std::as_bytes(std::span(squares)));
     std::swap(low, high);
   }
 }

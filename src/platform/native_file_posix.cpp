@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <system_error>
 
+#include "platform/errors_not_signals.hpp"
 #include "platform/native_file.hpp"
 
 namespace nivaro {
@@ -25,6 +26,15 @@ int openFlags(const OpenOptions& options) {
   if (options.status != Status::Old) flags |= O_CREAT;
   if (options.status == Status::Replace) flags |= O_TRUNC;
   return flags;
+}
+
+// The signals of a host's timers interrupt slow file systems.
+template <typename Call>
+auto untilNotInterrupted(Call call) {
+  for (;;) {
+    const auto result = call();
+    if (result >= 0 || errno != EINTR) return result;
+  }
 }
 
 // A host that was started without standard streams leaves their numbers free. A file that got one
@@ -62,7 +72,8 @@ std::string NativeFile::open(const std::string& path, const OpenOptions& options
   if (std::string problem = close(); !problem.empty()) return problem;
 
   constexpr mode_t everyoneAsTheUserAllows = 0666;
-  const int opened = ::open(path.c_str(), openFlags(options), everyoneAsTheUserAllows);
+  const int opened = untilNotInterrupted(
+      [&] { return ::open(path.c_str(), openFlags(options), everyoneAsTheUserAllows); });
   const int descriptor = aboveStandardStreams(opened);
   if (descriptor < 0) return reason(errno);
 
@@ -86,20 +97,20 @@ std::string NativeFile::close() {
 }
 
 std::optional<std::size_t> NativeFile::read(std::span<char> bytes) {
-  for (;;) {
-    const ssize_t count = ::read(number(descriptor_), bytes.data(), bytes.size());
-    if (count >= 0) return static_cast<std::size_t>(count);
-    if (errno != EINTR) return std::nullopt;
-  }
+  const ssize_t count =
+      untilNotInterrupted([&] { return ::read(number(descriptor_), bytes.data(), bytes.size()); });
+  if (count < 0) return std::nullopt;
+  return static_cast<std::size_t>(count);
 }
 
 std::string NativeFile::write(std::string_view bytes) {
+  const ErrorsNotSignals guard;
   while (!bytes.empty()) {
-    const ssize_t count = ::write(number(descriptor_), bytes.data(), bytes.size());
-    if (count >= 0)
-      bytes.remove_prefix(static_cast<std::size_t>(count));
-    else if (errno != EINTR)
-      return reason(errno);
+    const ssize_t count = untilNotInterrupted(
+        [&] { return ::write(number(descriptor_), bytes.data(), bytes.size()); });
+    if (count < 0) return reason(errno);
+    if (count == 0) return reason(EIO);  // a device that takes nothing and does not say why
+    bytes.remove_prefix(static_cast<std::size_t>(count));
   }
   return {};
 }

@@ -10,6 +10,8 @@ namespace {
 // nearer memory.
 constexpr std::size_t kBlock = 65536;
 
+constexpr std::string_view kNoPlace = "The file has no place to go back to";
+
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string_view asText(std::span<const std::byte> bytes) {
@@ -190,10 +192,12 @@ bool Unit::writeBytes(std::span<const std::byte> bytes) {
 
 bool Unit::overwriteBytes(std::uint64_t offset, std::span<const std::byte> bytes) {
   if (!prepareToWrite() || !flush()) return false;
-  if (!file_.seek(offset)) return fail("The file has no place to go back to");
+  if (!file_.seek(offset)) return fail(std::string(kNoPlace));
   if (std::string reason = file_.write(asText(bytes)); !reason.empty())
     return fail(std::move(reason));
-  start_ = file_.seekEnd().value_or(start_);
+  const std::optional<std::uint64_t> end = file_.seekEnd();
+  if (!end) return fail(std::string(kNoPlace));
+  start_ = *end;
   return true;
 }
 
@@ -211,8 +215,7 @@ bool Unit::prepareToWrite() {
   if (isWriting_) return true;
 
   const std::uint64_t here = position();
-  if (next_ < buffer_.size() && !file_.seek(here))
-    return fail("The file has no place to go back to");
+  if (next_ < buffer_.size() && !file_.seek(here)) return fail(std::string(kNoPlace));
   buffer_.clear();
   start_ = here;
   next_ = 0;

@@ -110,8 +110,13 @@ MaybeFailure ShapeLayer::close() {
     bool hasRecords = true;
     while (hasRecords && sub.table.recordCount() < sub.geometry.recordCount())
       hasRecords = sub.table.addRecord(files_.find(sub.dbfUnit), "");
-    if (!hasRecords && !failure) failure = tableFailure();
-    if (!sub.geometry.writeHeaders(unitsOf(sub)) && !failure) failure = shapeFailure();
+    // An object whose record is nowhere stays out of the headers, or readers find more in the index
+    // than in the table.
+    if (!hasRecords) {
+      if (!failure) failure = tableFailure();
+    } else if (!sub.geometry.writeHeaders(unitsOf(sub)) && !failure) {
+      failure = shapeFailure();
+    }
     files_.closeFile(sub.shpUnit);
     files_.closeFile(sub.shxUnit);
     files_.closeFile(sub.dbfUnit);

@@ -1,0 +1,11 @@
+#include <cstdio>
+
+#include "platform/standard_input.hpp"
+
+namespace nivaro {
+
+int readStandardInput() {
+  return std::getc(stdin);
+}
+
+}  // namespace nivaro

@@ -1,0 +1,379 @@
+#!/usr/bin/env python3
+"""What a run leaves and says when the machine fails it: each file that it has open fails at every
+place in turn, memory runs out, standard streams are closed. What the host was told is written must be
+there afterwards, to strict readers.
+
+Usage: faults_test.py SHIM SCENARIO_HOST LAYER_HOST LONG_RUN_HOST [--every]
+--every tries each byte of each file, and not only some.
+"""
+import errno
+import os
+import pathlib
+import resource
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+import result_files
+
+SHIM = SCENARIO_HOST = LAYER_HOST = LONG_RUN_HOST = None
+EVERY = False
+DONE = 7  # exit code of a host whose run came to its end
+
+CANNOT_WRITE = 'ERROR - Could not write file "{file}": {reason}.'
+# What a write error of each file makes of a run: the message that ends it (one of them), or that it
+# goes on.
+EVERYTHING = {
+    ".mlf": None,
+    "_mor.wor": [CANNOT_WRITE],
+    "_morDH.dat": [CANNOT_WRITE],
+    "_mor_check.mif": [CANNOT_WRITE],
+    "_mor_check.mid": [CANNOT_WRITE],
+    "_messages.mif": ["ERROR 0412 - Could not write header of GIS layer file",
+                      "ERROR 0439 - Writing .mif file object coordinates."],
+    "_messages.mid": ["ERROR 0254 - Failed to write attribute data record for a message"],
+}
+SHAPE = ["ERROR 0412 - Could not write header of GIS layer file",
+         "ERROR 0439 - Writing .shp file object coordinates."]
+TABLE = ["ERROR 0412 - Could not write header of GIS layer file", "ERROR 0417 - Writing .dbf record."]
+LAYERS = {
+    ".mif": EVERYTHING["_messages.mif"],
+    ".mid": ["ERROR 0254 - Failed to write attribute data record for a thing"],
+    "_P.shp": SHAPE, "_L.shx": SHAPE, "_R.shp": SHAPE, "_P.shx": SHAPE,
+    "_P.dbf": TABLE, "_R.dbf": TABLE,
+    "_L.prj": SHAPE[:1],
+    ".qgs": ["ERROR 0437 - Could not write QGIS project file"],
+}
+
+
+class Run:
+    """A run of a host in a folder of its own, disturbed by the shim."""
+
+    def __init__(self, folder, host, *arguments, standard_input=subprocess.DEVNULL,
+                 standard_output=subprocess.PIPE, limit=None, **faults):
+        self.folder = folder
+        self.prefix = str(folder / "run")
+        environment = os.environ | {"FAULT_" + name.upper(): str(value)
+                                    for name, value in faults.items()}
+        if faults:
+            environment["LD_PRELOAD"] = SHIM
+        command = [host, *arguments[:1], self.prefix, *arguments[1:]]
+        answers = {"stdin": standard_input}
+        if isinstance(standard_input, bytes):
+            answers = {"input": standard_input}
+        run = subprocess.run(command, **answers, stdout=standard_output, stderr=subprocess.PIPE,
+                             timeout=30, env=environment, cwd=folder, preexec_fn=limit)
+        self.code, self.shown = run.returncode, (run.stdout or b"").decode(errors="replace")
+        told = run.stderr.decode().split()
+        self.reported = int(told[-1]) if told and told[-1].isdigit() else 0
+
+    def holds(self):
+        """For each kind of result the list of what is there."""
+        found = {}
+        for path in sorted(self.folder.glob("run*")):
+            base = str(path)[:-4]
+            if path.suffix == ".mif":
+                found[path.name] = result_files.mif_objects(base)
+            elif path.suffix == ".shp":
+                found[path.name] = result_files.shapes(base)
+            elif path.suffix == ".mlf":
+                found[path.name] = result_files.log_lines(self.prefix)
+            elif path.suffix == ".dat":
+                found[path.name] = result_files.dataset_records(self.prefix)
+        return found
+
+
+class FaultsTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix="nivaro faults ")
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+        self.control = str(self.write("control.mcf", "Slump Slope == 2\n"))
+        self.runs = 0
+
+    def write(self, name, text):
+        path = self.folder / name
+        path.write_text(text)
+        return path
+
+    def new_folder(self):
+        self.runs += 1
+        folder = self.folder / f"{self.runs:05}"  # a project file holds its own path: one length
+        folder.mkdir()
+        return folder
+
+    def run_host(self, *command, **more):
+        return Run(self.new_folder(), *command, **more)
+
+    def run_everything(self, **more):
+        return self.run_host(SCENARIO_HOST, "everything", self.control, **more)
+
+    def whole(self):
+        run = self.run_everything()
+        self.assertEqual(run.code, DONE, run.shown)
+        return run.holds()
+
+    def check_held(self, run, whole, but=None):
+        """What the undisturbed run holds is there, as far as it was reported to be."""
+        held = run.holds()
+        for name, pieces in whole.items():
+            due = run.reported if run.code != DONE else len(pieces)
+            if "check" in name and run.reported:
+                due = len(pieces)  # a check layer is complete before the first report
+            if name.endswith(".mlf") and run.code != DONE:
+                last = f"number {run.reported - 1}".encode()
+                due = max((i + 1 for i, line in enumerate(pieces) if line.endswith(last)), default=0)
+            if name == but:
+                due = 0
+            self.assertEqual(held.get(name, [])[:due], pieces[:due], name)
+
+
+class WriteFaults(FaultsTest):
+    def places(self, size):
+        if EVERY:
+            return range(size + 1)
+        return sorted({*range(0, size, max(1, size // 11)), 1, 2, size - 1, size})
+
+    def check_every_place(self, host, command, files):
+        whole_run = self.run_host(host, *command)
+        self.assertEqual(whole_run.code, DONE, whole_run.shown)
+        whole = whole_run.holds()
+        for suffix, messages in files.items():
+            size = os.path.getsize(whole_run.prefix + suffix)
+            faults = [(call, error, place) for place in self.places(size)
+                      for call, error in (("size", errno.ENOSPC), ("write", errno.EIO))]
+            for call, error, place in [*faults, ("size", 0, size // 2)]:
+                with self.subTest(file=suffix, call=call, error=error, place=place):
+                    run = self.run_host(host, *command, file="run" + suffix, call=call, at=place,
+                                        errno=error)
+                    if messages is None or (place == size and call == "size"):
+                        self.assertEqual(run.code, DONE, run.shown)
+                    # Bytes are written over: more of them are written than there are.
+                    if run.code == DONE:
+                        self.check_held(run, whole, but="run" + suffix if place < size else None)
+                    else:
+                        self.check_ended(run, [text.format(file=run.prefix + suffix,
+                                                           reason=os.strerror(error or errno.EIO))
+                                               for text in messages])
+                        self.check_held(run, whole)
+
+    def check_ended(self, run, messages):
+        self.assertEqual(run.code, 1, run.shown)
+        self.assertTrue(any(text in run.shown for text in messages), run.shown[-800:])
+        self.assertTrue(run.shown.endswith("\nPress Enter to Close\n"), run.shown[-300:])
+        log = pathlib.Path(run.prefix + ".mlf")
+        if log.exists():
+            self.assertTrue(any(text in log.read_text() for text in messages))
+
+    def test_disk_that_fails_under_any_file_of_a_run(self):
+        self.check_every_place(SCENARIO_HOST, ["everything", self.control], EVERYTHING)
+
+    def test_disk_that_fails_under_any_file_of_gis_layers(self):
+        self.check_every_place(LAYER_HOST, [], LAYERS)
+
+    def test_file_size_limit_is_a_full_disk_and_no_signal(self):
+        whole = self.whole()
+        for limit in (0, 300, 1000, 2000, 4000):
+            with self.subTest(limit=limit):
+                run = self.run_everything(
+                    limit=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (limit, limit)))
+                self.assertEqual(run.code, 1, run.shown)
+                self.assertIn("ERROR", run.shown)
+                self.check_held(run, whole, but="run.mlf")
+
+    def test_writes_in_pieces_and_interrupted_leave_the_same_bytes(self):
+        for host, command, files in ((SCENARIO_HOST, ["everything", self.control], EVERYTHING),
+                                     (LAYER_HOST, [], LAYERS)):
+            whole = self.run_host(host, *command)
+            for suffix in files:
+                run = self.run_host(host, *command, file="run" + suffix, piece=3)
+                self.assertEqual(run.code, DONE, run.shown)
+                bytes_of = [pathlib.Path(r.prefix + suffix).read_bytes() for r in (whole, run)]
+                same_folder = bytes_of[1].replace(run.folder.name.encode(),
+                                                  whole.folder.name.encode())
+                self.assertEqual(same_folder, bytes_of[0], suffix)
+
+    def test_file_that_cannot_be_opened_is_waited_for(self):
+        whole = self.whole()
+        for suffix in EVERYTHING:
+            for error in (errno.EACCES, errno.EMFILE, errno.ENOSPC):
+                with self.subTest(file=suffix, error=error):
+                    fault = {"file": "run" + suffix, "call": "open", "errno": error}
+                    once = self.run_everything(times=1, **fault)
+                    self.assertEqual(once.code, DONE, once.shown)
+                    self.assertIn("...Can't Open: " + once.prefix + suffix, once.shown)
+                    self.check_held(once, whole)
+                    always = self.run_everything(standard_input=b"\n\n", **fault)
+                    self.assertEqual(always.code, 1)
+                    self.assertGreaterEqual(always.shown.count(" Another application or user"), 2)
+                    self.assertIn("nobody can answer: Press Enter to Continue", always.shown)
+                    self.check_held(always, whole)
+            interrupted = self.run_everything(file="run" + suffix, call="open", errno=errno.EINTR,
+                                              times=3)
+            self.assertNotIn("Can't", interrupted.shown)
+            self.check_held(interrupted, whole)
+
+    def test_input_that_cannot_be_read_is_not_taken_for_one_that_has_ended(self):
+        square = "Region 1\n 4\n0 0\n4 0\n4 4\n0 4\n    Pen (1,2,0)\n"
+        self.write("layer.mif", 'Version 300\nDelimiter ","\nColumns 1\n a Float\nData\n' + 3 * square)
+        self.write("layer.mid", "1\n2\n3\n")
+        self.write("table.mid", "1,1,0.5\n2,2,0.7\n")
+        self.write("nested.mcf", "Slump Slope == 2\n" * 3)
+        control = self.write("inputs.mcf", "Read MI Morphology D50 == layer\n"
+                             "Read MID Morphology D90 == table.mid\nRead File == nested.mcf\n")
+        whole = self.run_host(SCENARIO_HOST, "control_file", str(control))
+        self.assertEqual(whole.code, DONE, whole.shown)
+        for name in ("inputs.mcf", "layer.mif", "layer.mid", "table.mid", "nested.mcf"):
+            size = os.path.getsize(self.folder / name)
+            for place in [place for place in self.places(size) if place < size]:
+                with self.subTest(file=name, place=place):
+                    run = self.run_host(SCENARIO_HOST, "control_file", str(control),
+                                        file="/" + name, call="read", at=place, errno=errno.EIO)
+                    self.assertEqual(run.code, 1, run.shown)
+                    self.assertIn("ERROR", run.shown)
+            run = self.run_host(SCENARIO_HOST, "control_file", str(control), file="/" + name,
+                                call="open", errno=errno.EIO)
+            self.assertEqual(run.code, 1)
+            self.assertRegex(run.shown, f'Could not open ".*{name}": Input/output error')
+
+    def test_close_that_fails_is_told(self):
+        whole = self.whole()
+        for suffix in ("_mor.wor", "_mor_check.mif", "_mor_check.mid"):
+            run = self.run_everything(file="run" + suffix, call="close", errno=errno.EIO)
+            self.assertEqual(run.code, DONE, run.shown)
+            self.assertIn(f"Could not write all of {run.prefix}{suffix}: Input/output error\n",
+                          run.shown)
+            self.check_held(run, whole)
+        run = self.run_host(SCENARIO_HOST, "exits", file="run.mlf", call="close",
+                            errno=errno.ENOSPC)
+        self.assertEqual(run.code, 1)
+        self.assertTrue(run.shown.endswith("run.mlf: No space left on device\n"), run.shown)
+
+    def test_layer_whose_place_cannot_be_found_ends_the_run(self):
+        for host, command, files in ((SCENARIO_HOST, ["everything", self.control],
+                                      ["_messages.mid"]),
+                                     (LAYER_HOST, [], [".mid", "_P.shp", "_L.shx", "_R.dbf", ".qgs"])):
+            whole = self.run_host(host, *command).holds()
+            for suffix in files:
+                for at in (0, 1, 17):
+                    run = self.run_host(host, *command, file="run" + suffix, call="seek", at=at,
+                                        errno=errno.EIO)
+                    if run.code != DONE:  # the place of the end is known without the system
+                        self.check_ended(run, {**EVERYTHING, **LAYERS}[suffix])
+                    self.check_held(run, whole)
+
+
+class StandardStreams(FaultsTest):
+    def test_screen_that_takes_nothing_is_no_reason_to_stop(self):
+        whole = self.whole()
+
+        def pipe_nobody_reads():
+            reader, writer = os.pipe()
+            os.close(reader)
+            return writer
+
+        def pipe_that_is_full():
+            """Its reader leaves while the host waits for room."""
+            reader, writer = os.pipe()
+            os.write(writer, b"." * 60000)
+            if os.fork() == 0:
+                os.close(writer)
+                time.sleep(0.3)
+                os._exit(0)
+            os.close(reader)
+            return writer
+
+        screens = {"full": lambda: os.open("/dev/full", os.O_WRONLY),
+                   "not for writing": lambda: os.open("/dev/null", os.O_RDONLY),
+                   "a pipe nobody reads": pipe_nobody_reads,
+                   "a full pipe": pipe_that_is_full,
+                   "closed": None}
+        for name, screen in screens.items():
+            for scenario, code in (("everything", DONE), ("exits", 1)):
+                with self.subTest(screen=name, scenario=scenario):
+                    output = screen() if screen else None
+                    run = self.run_host(SCENARIO_HOST, scenario, self.control,
+                                        standard_output=output,
+                                        limit=None if screen else lambda: os.close(1))
+                    if output is not None:
+                        os.close(output)
+                    self.assertEqual(run.code, code)
+                    if code == DONE:
+                        self.check_held(run, whole)
+
+    def questions(self):
+        """Scenario, the question, its exit code when nobody answers."""
+        layer = self.folder / "late"
+        for extension, age in ((".tab", 0), (".mif", 100), (".mid", 100)):
+            self.write("late" + extension, 'Version 300\nDelimiter ","\nColumns 1\n a Float\nData\n')
+            os.utime(str(layer) + extension, (1e9 - age, 1e9 - age))
+        late = self.write("late.mcf", "Read MI Morphology D50 == late\n")
+        nested = self.write("nested.mcf", "Read File == not_there.mcf\n")
+        nobody = "nobody can answer: "
+        return [
+            (("control_file", "not_there.mcf"), nobody + "Check file exists", 1),
+            (("control_file", str(nested)), nobody + "Check file exists", 1),
+            (("start_twice",), "run.mlf is already open, close it?", 1),
+            (("save_date", str(late)), nobody + "Re-export mif file and press Enter", 1),
+            (("control_file", " "), "Empty filename specified.", 1),
+            (("everything", self.control), "Press Enter to Continue\n", DONE),
+            (("exits",), "Press Enter to Close\n", 1),
+        ]
+
+    def test_input_that_answers_no_question_never_hangs_a_run(self):
+        def closed():
+            os.close(0)
+
+        inputs = {"ended": b"", "closed": None,
+                  "null": lambda: os.open("/dev/null", os.O_RDONLY),
+                  "zeros without end": lambda: os.open("/dev/zero", os.O_RDONLY),
+                  "a folder": lambda: os.open("/", os.O_RDONLY),
+                  "not for reading": lambda: os.open("/dev/null", os.O_WRONLY),
+                  "garbage": bytes(range(256)) * 20, "no line end": b"\xff" * 5000}
+        for command, question, code in self.questions():
+            for name, given in inputs.items():
+                with self.subTest(scenario=command, input=name):
+                    source = given() if callable(given) else given
+                    run = self.run_host(SCENARIO_HOST, *command, standard_input=source,
+                                        limit=closed if given is None else None)
+                    if callable(given):
+                        os.close(source)
+                    self.assertEqual(run.code, code, run.shown[-500:])
+                    self.assertIn(question, run.shown)
+
+    def test_input_that_does_not_wait_is_waited_for(self):
+        reader, writer = os.pipe()
+        os.set_blocking(reader, False)
+        self.write("there.mcf", "")
+        if os.fork() == 0:
+            os.close(reader)
+            time.sleep(0.5)
+            os.write(writer, str(self.folder / "there.mcf").encode() + b"\n")
+            os._exit(0)
+        os.close(writer)
+        run = self.run_host(SCENARIO_HOST, "control_file", "not_there.mcf", standard_input=reader)
+        os.close(reader)
+        self.assertEqual(run.code, DONE, run.shown)
+
+
+class Memory(FaultsTest):
+    def test_region_without_memory_ends_the_run_with_its_message(self):
+        self.write("all.mid", "1\n")
+        self.write("all.mif", 'Version 300\nDelimiter ","\nColumns 1\n a Float\nData\n'
+                              "Region 1\n 4\n1 1\n45 1\n45 45\n1 45\n")
+        control = self.write("all.mcf", "Read MI Morphology D50 == all\n")
+        for largest, code in ((250_000, DONE), (100_000, 1)):  # 440 x 440 cells, one byte each
+            run = self.run_host(LONG_RUN_HOST, "rounds", str(control), "1", "500", "500",
+                                malloc=largest)
+            self.assertEqual(run.code, code, run.shown)
+        self.assertIn("ERROR - Could not allocate memory (RAM) for Inside Region == Method B.\n",
+                      run.shown)
+        self.assertTrue(run.shown.endswith("\nPress Enter to Close\n"), run.shown)
+
+
+if __name__ == "__main__":
+    EVERY = "--every" in sys.argv
+    SHIM, SCENARIO_HOST, LAYER_HOST, LONG_RUN_HOST = map(os.path.abspath, sys.argv[1:5])
+    unittest.main(argv=sys.argv[:1])
