@@ -74,6 +74,7 @@ struct Carry {
   const StepData& step;
   const SideArrays& sides;
   const std::int64_t* flags;
+  unsigned char* descends;
   std::ptrdiff_t stride;  // lines in the arrays
 
   struct Carried {
@@ -113,6 +114,10 @@ struct Carry {
     }
     store(out.net + e, net);
     store(out.outcome + e, (erosion & kErosion) | (settling & kSettled));
+    // The reverse sweep takes sand only through sides where it goes down.
+    const Mask down = load<Real>(sides.centredSuspendedAbove + k) <= 0.0;
+    descends[k / kLanes<Real>] =
+        anyOf<Real>(active & (down | ~hasBit<Real>(cell, kPlainVoids))) ? 1 : 0;
     return left;
   }
 
@@ -146,16 +151,19 @@ struct Carry {
     return left;
   }
 
-  // Whole strips along the first index.
-  void carryForward(std::ptrdiff_t first, std::ptrdiff_t last, Carried& carried,
+  // Whole strips along the first index. Whether the reverse sweep has anything to do there.
+  bool carryForward(std::ptrdiff_t first, std::ptrdiff_t last, Carried& carried,
                     const Exchange& out) const {
     std::ptrdiff_t k = first * stride;
+    unsigned char some = 0;
     for (std::ptrdiff_t position = first, e = 0; position < last; ++position)
       for (Real& t : carried.lines) {
         t = forward(k, t, out, e);
+        some |= descends[k / kLanes<Real>];
         k += kLanes<Real>;
         e += kLanes<Real>;
       }
+    return some != 0;
   }
 
   // Whether the bed of any cell changes.
@@ -166,7 +174,12 @@ struct Carry {
       std::ptrdiff_t k = position * stride;
       std::ptrdiff_t e = (position - first) * stride;
       for (Real& t : carried.lines) {
-        t = reverse(k, t, out, e, touched);
+        if (descends[k / kLanes<Real>] != 0) {
+          t = reverse(k, t, out, e, touched);
+        } else {
+          store(out.net + e, Real{});
+          store(out.outcome + e, Mask{});
+        }
         k += kLanes<Real>;
         e += kLanes<Real>;
       }

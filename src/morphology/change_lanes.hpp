@@ -9,19 +9,28 @@
 
 namespace nivaro {
 
+// Voids that leave a bed as it is where no sand comes or goes: all but those that fill it.
+template <class Real>
+[[gnu::always_inline]] inline MaskOf<Real> isPlainVoids(const StepData& step, std::ptrdiff_t cell,
+                                                        int count) {
+  using Mask = MaskOf<Real>;
+  if (step.uniformVoids) return ~Mask{};
+  const Mask finite = step.levelFactor - step.levelFactor == 0.0 ? ~Mask{} : Mask{};
+  const Real inSitu = load<Real>(step.inSituVoids.at(cell), count);
+  const Real fresh = load<Real>(step.depositionVoids.at(cell), count);
+  return finite & ((inSitu < 1.0) | (inSitu > 1.0)) & ((fresh < 1.0) | (fresh > 1.0));
+}
+
 template <class Real>
 void putFlags(const StepData& step, std::ptrdiff_t cell, int count, const std::int64_t* active,
               std::int64_t* flags) {
   using Mask = MaskOf<Real>;
-  const Mask finite = step.levelFactor - step.levelFactor == 0.0 ? ~Mask{} : Mask{};
   for (int k = 0; k < count; k += kLanes<Real>) {
     const std::ptrdiff_t c = cell + k;
     const int left = count - k;
     const Mask limited =
         -load<Real>(step.bedDepth + c, left) <= load<Real>(step.bedLimit.at(c), left);
-    const Real inSitu = load<Real>(step.inSituVoids.at(c), left);
-    const Real fresh = load<Real>(step.depositionVoids.at(c), left);
-    const Mask plain = finite & ((inSitu < 1.0) | (inSitu > 1.0)) & ((fresh < 1.0) | (fresh > 1.0));
+    const Mask plain = isPlainVoids<Real>(step, c, left);
     store(flags + k,
           load<Mask>(active + k) & ((limited & kAtBedLimit) | (plain & kPlainVoids) | kActiveCell));
   }
@@ -44,6 +53,8 @@ struct RowChange {
 
   [[gnu::always_inline]] Real levelOf(Real net, int k) const {
     const Mask erosion = hasBit<Real>(load<Mask>(exchange.outcome + k), kErosion);
+    if (step.uniformVoids)
+      return net * (erosion ? all<Real>(step.erosionLevel) : all<Real>(step.depositionLevel));
     const Real voids = erosion ? load<Real>(step.inSituVoids.at(cell + k), count - k)
                                : load<Real>(step.depositionVoids.at(cell + k), count - k);
     return net * step.levelFactor / (1.0 - voids);

@@ -75,7 +75,7 @@ struct FirstAxis {
 
     putFlags<Real>(step, below, count, cells.active, piece.flags + row);
     auto& s = piece.side;
-    SideRow<Real, Axis::First>{step, below, cells, cells.from(1)}.compute(
+    SideRow<Real, Axis::First>{step, below, cells, cells.from(1), grain}.compute(
         count, {s[0], s[1], s[2], s[3], s[4], s[5], s[6]}, row,
         {piece.bedLoadAbove + row + 1, piece.bedLoadBelow + row + 1});
     return true;
@@ -160,19 +160,20 @@ struct FirstAxis {
   }
 
   void sweep() const {
-    const StripCarry carry{step, strip.sides, strip.flags, kLines};
+    const StripCarry carry{step, strip.sides, strip.flags, strip.descends, kLines};
     const Exchange exchange = lanesOfExchange();
-    GrainMemory<Real> grain;
+    GrainMemory<Real> grain(step);
     typename StripCarry::Carried carried;
     for (std::ptrdiff_t first = 0; first <= positions; first += kPiece) {
-      strip.pieceActive[first] = computeSides(grain, first);
-      if (!strip.pieceActive[first]) continue;
-      carry.carryForward(first - 1, first - 1 + countOf(first), carried, exchange);
+      strip.pieceDescends[first] = 0;
+      if (!computeSides(grain, first)) continue;
+      strip.pieceDescends[first] =
+          carry.carryForward(first - 1, first - 1 + countOf(first), carried, exchange);
       addForward(first);
     }
     carried = {};
     for (std::ptrdiff_t first = positions / kPiece * kPiece; first >= 0; first -= kPiece)
-      if (strip.pieceActive[first] &&
+      if (strip.pieceDescends[first] &&
           carry.carryReverse(first - 1, first - 1 + countOf(first), carried, exchange))
         addReverse(first);
   }

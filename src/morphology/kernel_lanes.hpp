@@ -32,7 +32,7 @@ template <class Real>
 void carryBothWays(const StepData& step, const StripArrays& strip, std::ptrdiff_t positions,
                    const Exchange& forward, const Exchange& reverse) {
   using LineCarry = Carry<Real>;
-  const LineCarry carry{step, strip.sides, strip.flags, kFirstStripLines};
+  const LineCarry carry{step, strip.sides, strip.flags, strip.descends, kFirstStripLines};
   typename LineCarry::Carried carried;
   carry.carryForward(0, positions, carried, forward);
   carried = {};
@@ -41,8 +41,8 @@ void carryBothWays(const StepData& step, const StripArrays& strip, std::ptrdiff_
 
 template <class Real>
 constexpr StepKernel kKernelLanes = {
-    startRow<Real>,       sweepSecondAxis<Real>,  sweepFirstAxis<Real>, limitAndRaiseRow<Real>,
-    slumpRow<Real>,       raiseRowBySlumps<Real>, rebuildRow<Real>,     carryBothWays<Real>,
-    logarithmLanes<Real>, exponentialLanes<Real>, fifthRootLanes<Real>};
+    startRow<Real>,         isUniform<Real>,      sweepSecondAxis<Real>,  sweepFirstAxis<Real>,
+    limitAndRaiseRow<Real>, slumpRow<Real>,       raiseRowBySlumps<Real>, rebuildRow<Real>,
+    carryBothWays<Real>,    logarithmLanes<Real>, exponentialLanes<Real>, fifthRootLanes<Real>};
 
 }  // namespace nivaro

@@ -57,9 +57,7 @@ template <class To, class From>
 
 template <class Real>
 [[gnu::always_inline]] inline Real all(double value) {
-  Real result;
-  for (int lane = 0; lane < kLanes<Real>; ++lane) result[lane] = value;
-  return result;
+  return value - Real{};  // to the bit: even -0 keeps its sign
 }
 
 template <class Vector, class Element>

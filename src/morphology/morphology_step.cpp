@@ -70,7 +70,7 @@ void morphologyStep(const StepInput& in, const Area& area, StepScratch& scratch)
   // Without cells an area still has corners and sides on its rim.
   if (isEmpty(area)) return rebuildCornersAndSides(in, area);
 
-  useUniformValues(step, scratch.uniformValues());
+  useUniformValues(step, kernel, scratch.uniformValues());
   sweepSecondAxis(kernel, step, scratch);
   sweepFirstAxis(kernel, step, scratch);
 }

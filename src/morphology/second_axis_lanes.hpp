@@ -29,7 +29,7 @@ class Column {
     if (!activeBelow) store(below.active, MaskOf<Real>{});
     active_ = readAbove(above, side);
     if (active_ || activeBelow) {
-      SideRow<Real, Axis::Second>{step_, cellAt(side - 1), below, above}.compute(
+      SideRow<Real, Axis::Second>{step_, cellAt(side - 1), below, above, grain_}.compute(
           count_, strip_.sides, elementAt(side),
           {bedLoadAbove_[side % 2], bedLoadBelow_[side % 2]});
     }
@@ -39,13 +39,14 @@ class Column {
       changeOf(side - 1, memory).setForward(bedLoadAbove_[(side + 1) % 2], bedLoadBelow_[side % 2]);
     } else if (side > 0) {
       clearRow(side - 1);
+      descendsAt(side - 1) = 0;
     }
   }
 
   void turn() { carried_ = Real{}; }
 
   void walkDown(std::ptrdiff_t position) {
-    if (!anyOf<Real>(load<MaskOf<Real>>(strip_.flags + elementAt(position)))) return;
+    if (descendsAt(position) == 0) return;
     MaskOf<Real> touched{};
     ExchangeMemory memory;
     carried_ = carry().reverse(elementAt(position), carried_, memory.exchange(), 0, touched);
@@ -60,7 +61,13 @@ class Column {
     return position * strip_.stride + lane_;
   }
 
-  Carry<Real> carry() const { return {step_, strip_.sides, strip_.flags, strip_.stride}; }
+  unsigned char& descendsAt(std::ptrdiff_t position) const {
+    return strip_.descends[elementAt(position) / kLanes<Real>];
+  }
+
+  Carry<Real> carry() const {
+    return {step_, strip_.sides, strip_.flags, strip_.descends, strip_.stride};
+  }
 
   struct ExchangeMemory {
     double net[kLanes<Real>];
@@ -79,11 +86,8 @@ class Column {
   bool readAbove(const CellRow<Real>& cells, std::ptrdiff_t side) {
     if (side < positions_) {
       const bool active = readCells<Real>(step_, cellAt(side), count_, grain_, cells);
-      std::int64_t* const flags = strip_.flags + elementAt(side);
       if (active)
-        putFlags<Real>(step_, cellAt(side), count_, cells.active, flags);
-      else
-        store(flags, MaskOf<Real>{});
+        putFlags<Real>(step_, cellAt(side), count_, cells.active, strip_.flags + elementAt(side));
       return active;
     }
     store(cells.active, MaskOf<Real>{});
@@ -104,7 +108,7 @@ class Column {
 
   bool active_ = false;  // any of the cells above the latest side
   Real carried_{};
-  GrainMemory<Real> grain_;
+  GrainMemory<Real> grain_{step_};
   CellRowMemory<Real, kLanes<Real>> cells_[2] = {};
   double bedLoadAbove_[2][kLanes<Real>] = {};
   double bedLoadBelow_[2][kLanes<Real>] = {};

@@ -38,6 +38,35 @@ struct CellRowMemory {
   CellRow<Real> row() { return {active, ordinary, stage, suspended, bedLoad, logGrain}; }
 };
 
+// Grain terms come in patches, so those of the lanes before mostly serve again.
+template <class Real>
+struct GrainMemory {
+  Real d50{};
+  Real d90{};
+  GrainLanes<Real> terms{};
+  MaskOf<Real> ordinary{};
+
+  explicit GrainMemory(const StepData& step) {
+    if (step.uniformGrain)
+      compute(load<Real>(step.d50.first), load<Real>(step.d90.first), step.terms);
+  }
+
+  [[gnu::always_inline]] bool has(Real otherD50, Real otherD90, MaskOf<Real> needed) const {
+    using Word = typename Lanes<Real>::Word;
+    const Word differs =
+        (as<Word>(d50) ^ as<Word>(otherD50)) | (as<Word>(d90) ^ as<Word>(otherD90));
+    return !anyOf<Real>(as<MaskOf<Real>>(differs) & needed);
+  }
+
+  void compute(Real newD50, Real newD90, const CapacityTerms& p) {
+    d50 = newD50;
+    d90 = newD90;
+    ordinary = isOrdinaryGrain(d50, d90);
+    const Real usual = all<Real>(0.0002);
+    terms = grainLanes(ordinary ? d50 : usual, ordinary ? d90 : usual, p);
+  }
+};
+
 template <class Real>
 struct SideLanes {
   Real depth;
@@ -55,6 +84,7 @@ struct SideRow {
   std::ptrdiff_t below;  // number of the first cell below
   CellRow<Real> cellsBelow;
   CellRow<Real> cellsAbove;
+  const GrainMemory<Real>& grain;  // that of all cells where it is uniform
   // From a cell to the one above it, along and across the axis.
   std::ptrdiff_t along = axis == Axis::Second ? step.n : 1;
 
@@ -134,6 +164,7 @@ struct SideRow {
   }
 
   [[gnu::always_inline]] GrainLanes<Real> grainOf(const CellRow<Real>& cells, int k) const {
+    if (step.uniformGrain) return grain.terms;
     return {load<Real>(cells.stage + k), load<Real>(cells.suspended + k),
             load<Real>(cells.bedLoad + k), load<Real>(cells.logGrain + k)};
   }
@@ -191,8 +222,8 @@ struct SideRow {
 
   // Before the lanes that are not ordinary are replaced.
   [[gnu::always_inline]] CapacityLanes<Real> resolved(const DepthLanes<Real>& depth, const Speed& s,
-                                                      const GrainLanes<Real>& grain) const {
-    const CapacityLanes<Real> q = capacityLanes(depth, s.suspension, s.speed, grain);
+                                                      const GrainLanes<Real>& sand) const {
+    const CapacityLanes<Real> q = capacityLanes(depth, s.suspension, s.speed, sand);
     const Real direction = s.normal * s.perSpeed;
     const Real none{};
     return {s.still ? none : q.suspended * direction, s.still ? none : q.bedLoad * direction,
@@ -219,7 +250,8 @@ struct SideRow {
   CapacityLanes<Real> seenFrom(const CellRow<Real>& cells, std::ptrdiff_t cell, int k,
                                const CapacityLanes<Real>& q, const SideLanes<Real>& flow,
                                const Speed& s) const {
-    return seenFrom(load<Mask>(cells.active + k), load<Mask>(cells.ordinary + k), cell, q, flow, s);
+    const Mask ordinary = step.uniformGrain ? grain.ordinary : load<Mask>(cells.ordinary + k);
+    return seenFrom(load<Mask>(cells.active + k), ordinary, cell, q, flow, s);
   }
 
   Real centredNormal(const SideLanes<Real>& flow, std::ptrdiff_t cell, int count) const {
@@ -235,17 +267,15 @@ struct SideRow {
   [[gnu::always_inline]] BothSeen seenAt(const Speed& s, const SideLanes<Real>& flow,
                                          const DepthLanes<Real>& depth, int k) const {
     const std::ptrdiff_t b = below + k;
+    if (step.uniformGrain) {
+      const Mask active = load<Mask>(cellsBelow.active + k) | load<Mask>(cellsAbove.active + k);
+      const CapacityLanes<Real> seen =
+          seenFrom(active, grain.ordinary, b, resolved(depth, s, grain.terms), flow, s);
+      return {seen, seen};
+    }
     const GrainLanes<Real> grainBelow = grainOf(cellsBelow, k);
     const GrainLanes<Real> grainAbove = grainOfSide(grainBelow, k);
     const CapacityLanes<Real> above = resolved(depth, s, grainAbove);
-    if (step.uniformGrain) {
-      const Mask activeBelow = load<Mask>(cellsBelow.active + k);
-      const Mask ordinary =
-          activeBelow ? load<Mask>(cellsBelow.ordinary + k) : load<Mask>(cellsAbove.ordinary + k);
-      const CapacityLanes<Real> seen =
-          seenFrom(activeBelow | load<Mask>(cellsAbove.active + k), ordinary, b, above, flow, s);
-      return {seen, seen};
-    }
     const CapacityLanes<Real> below_ =
         isSameGrain(grainBelow, grainAbove, k) ? above : resolved(depth, s, grainBelow);
     return {seenFrom(cellsAbove, b + along, k, above, flow, s),
@@ -299,30 +329,6 @@ struct SideRow {
   }
 };
 
-// Grain terms come in patches, so those of the lanes before mostly serve again.
-template <class Real>
-struct GrainMemory {
-  Real d50{};
-  Real d90{};
-  GrainLanes<Real> terms{};
-
-  [[gnu::always_inline]] bool has(Real otherD50, Real otherD90, MaskOf<Real> needed) const {
-    using Word = typename Lanes<Real>::Word;
-    const Word differs =
-        (as<Word>(d50) ^ as<Word>(otherD50)) | (as<Word>(d90) ^ as<Word>(otherD90));
-    return !anyOf<Real>(as<MaskOf<Real>>(differs) & needed);
-  }
-
-  void compute(Real newD50, Real newD90, const CapacityTerms& p) {
-    using Mask = MaskOf<Real>;
-    d50 = newD50;
-    d90 = newD90;
-    const Mask ordinary = isOrdinaryGrain(d50, d90);
-    const Real usual = all<Real>(0.0002);
-    terms = grainLanes(ordinary ? d50 : usual, ordinary ? d90 : usual, p);
-  }
-};
-
 // True when any of the cells is active.
 template <class Real>
 bool readCells(const StepData& step, std::ptrdiff_t cell, int count, GrainMemory<Real>& grain,
@@ -336,12 +342,12 @@ bool readCells(const StepData& step, std::ptrdiff_t cell, int count, GrainMemory
     const Mask active = carries & isOdd<Real>(step.wet + cell + k, count - k);
     store(out.active + k, active);
     found |= active;
-    if (!anyOf<Real>(active)) continue;
+    if (!anyOf<Real>(active) || step.uniformGrain) continue;
 
     const Real d50 = load<Real>(step.d50.at(cell + k), count - k);
     const Real d90 = load<Real>(step.d90.at(cell + k), count - k);
     if (!grain.has(d50, d90, active)) grain.compute(d50, d90, step.terms);
-    store(out.ordinary + k, isOrdinaryGrain(d50, d90));
+    store(out.ordinary + k, grain.ordinary);
     store(out.stage + k, grain.terms.stage);
     store(out.suspended + k, grain.terms.suspended);
     store(out.bedLoad + k, grain.terms.bedLoad);

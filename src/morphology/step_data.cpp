@@ -1,12 +1,12 @@
 #include "morphology/step_data.hpp"
 
 #include <algorithm>
-#include <bit>
-#include <iterator>
+#include <cmath>
 
 #include "morphology/bed_rebuild.hpp"
 #include "morphology/deposition.hpp"
 #include "morphology/slumping.hpp"
+#include "morphology/step_kernel.hpp"
 #include "morphology/transport_capacity.hpp"
 
 namespace nivaro {
@@ -33,19 +33,33 @@ void forCarryingBlocks(const StepData& step, const See& see) {
         return;
 }
 
-// The value that has the same bits in all these blocks; a null pointer when there is none.
-const double* uniformValue(const StepData& step, const double* field) {
-  const double* value = nullptr;
+// Whether a field has one value in all these blocks, which are the copies then.
+bool isUniform(const StepData& step, const StepKernel& kernel, const double* field,
+               double (&copies)[UniformValues::kCopies]) {
+  bool uniform = false;
+  const double* first = nullptr;
   forCarryingBlocks(step, [&](std::ptrdiff_t cell, std::ptrdiff_t count) {
-    if (value == nullptr) value = field + cell;
-    const auto wanted = std::bit_cast<std::uint64_t>(*value);
-    std::uint64_t differing = 0;
-    for (std::ptrdiff_t k = 0; k < count; ++k)
-      differing |= std::bit_cast<std::uint64_t>(field[cell + k]) ^ wanted;
-    if (differing != 0) value = nullptr;
-    return differing == 0;
+    if (first == nullptr) {
+      first = field + cell;
+      std::fill_n(copies, UniformValues::kCopies, *first);
+    }
+    uniform = kernel.isUniform(field + cell, count, copies);
+    return uniform;
   });
-  return value;
+  return uniform;
+}
+
+bool isOrdinaryLevel(double level) {
+  return std::abs(level) > 1e-60 && std::abs(level) < 1e60;
+}
+
+// What a transport does to a bed with uniform voids is one factor, where its size is ordinary.
+void useUniformVoids(StepData& step) {
+  if (step.inSituVoids.stride != 0 || step.depositionVoids.stride != 0) return;
+  step.erosionLevel = step.levelFactor / (1.0 - *step.inSituVoids.first);
+  step.depositionLevel = step.levelFactor / (1.0 - *step.depositionVoids.first);
+  step.uniformVoids = isOrdinaryLevel(step.levelFactor) && isOrdinaryLevel(step.erosionLevel) &&
+                      isOrdinaryLevel(step.depositionLevel);
 }
 
 }  // namespace
@@ -91,17 +105,15 @@ StepData stepData(const StepInput& in, const Area& area) {
   return step;
 }
 
-void useUniformValues(StepData& step, UniformValues& values) {
-  double* copies = values.copies[0];
+void useUniformValues(StepData& step, const StepKernel& kernel, UniformValues& values) {
+  auto* copies = values.of;
   for (CellValues* field :
        {&step.d50, &step.d90, &step.inSituVoids, &step.depositionVoids, &step.bedLimit}) {
-    if (const double* value = uniformValue(step, field->first)) {
-      std::fill_n(copies, std::size(values.copies[0]), *value);
-      *field = {copies, 0};
-    }
-    copies += std::size(values.copies[0]);
+    if (isUniform(step, kernel, field->first, *copies)) *field = {*copies, 0};
+    ++copies;
   }
   step.uniformGrain = step.d50.stride == 0 && step.d90.stride == 0;
+  useUniformVoids(step);
 }
 
 // Resolved along the index where there is a direction.

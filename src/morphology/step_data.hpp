@@ -39,6 +39,8 @@ struct BlockMap {
   }
 };
 
+struct StepKernel;
+
 // Element (i, j) of every array is number (j - 1) n + i - 1.
 struct StepData {
   std::ptrdiff_t n = 0;
@@ -60,6 +62,7 @@ struct StepData {
   CellValues depositionVoids;
   CellValues bedLimit;
   bool uniformGrain = false;  // d50 and d90 are copies
+  bool uniformVoids = false;  // both are copies, and ordinary numbers
   double* change = nullptr;
   double* concentration = nullptr;
   double* adaptation = nullptr;
@@ -74,6 +77,8 @@ struct StepData {
   double cellSize = 0.0;
   double settlingVelocity = 0.0;  // fall velocity times concentration factor, m/s
   double levelFactor = 0.0;  // level change in a bed without voids that a transport makes in a step
+  double erosionLevel = 0.0;  // the same in a bed with uniform voids
+  double depositionLevel = 0.0;
   double stableStepFirst =
       0.0;  // in the bed between neighbours; what is not higher slumps nothing, m
   double stableStepSecond = 0.0;
@@ -89,11 +94,12 @@ StepData stepData(const StepInput&& in, const Area& area) = delete;
 
 // As many copies of a value as there are lanes at most.
 struct UniformValues {
-  double copies[5][8];
+  static constexpr std::size_t kCopies = 8;
+  double of[5][kCopies];
 };
 
 // Reads fields that are uniform wherever sand is carried from copies from then on. The map is filled.
-void useUniformValues(StepData& step, UniformValues& values);
+void useUniformValues(StepData& step, const StepKernel& kernel, UniformValues& values);
 
 struct ResolvedTransport {
   double suspended;  // components along the index, kg/(m s)

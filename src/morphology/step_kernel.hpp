@@ -18,6 +18,9 @@ struct StepKernel {
   // fills the map of blocks.
   void (*startRow)(const StepData& step, std::ptrdiff_t j);
 
+  // Whether all these values have the same bits as the copies of one.
+  bool (*isUniform)(const double* values, std::ptrdiff_t count, const double* copies);
+
   // Both sweeps of one axis over a strip of lines, the first of which is line firstI or firstJ. The
   // second axis comes first: it sets bed change, concentration and adaptation, the first axis adds to
   // the bed change and sets the others where sand settles.

@@ -51,6 +51,7 @@ StripArrays StepScratch::strip(const StepData& step, std::ptrdiff_t positions,
   const std::size_t length = rows * static_cast<std::size_t>(stride);
   Shelf<double> reals(reals_, length, centred ? 7 : 3);
   Shelf<std::int64_t> words(words_, length, 1);
+  if (descends_.size() < length) descends_.resize(length);
   if (pieces_.size() < rows) pieces_.resize(rows);
   if (piece_ == nullptr) piece_ = std::make_unique<PieceMemory>();
 
@@ -64,7 +65,8 @@ StripArrays StepScratch::strip(const StepData& step, std::ptrdiff_t positions,
   s.centredDischargeAbove = centred ? take() : s.discharge;
   s.centredDischargeBelow = centred ? take() : s.discharge;
   strip.flags = words.take() + stride;
-  strip.pieceActive = pieces_.data();
+  strip.descends = descends_.data() + stride;
+  strip.pieceDescends = pieces_.data();
   strip.piece = piece_.get();
   strip.stride = stride;
   return strip;

@@ -30,6 +30,7 @@ class StepScratch {
   Processor processor_;
   std::vector<double> reals_;
   std::vector<std::int64_t> words_;
+  std::vector<unsigned char> descends_;
   std::vector<unsigned char> pieces_;
   std::unique_ptr<PieceMemory> piece_;
   std::vector<unsigned char> blocks_;

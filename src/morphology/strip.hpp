@@ -72,7 +72,10 @@ struct PieceMemory {
 struct StripArrays {
   SideArrays sides;
   std::int64_t* flags = nullptr;
-  unsigned char* pieceActive = nullptr;  // by first position: whether any cell is active
+  // Whether the reverse sweep has anything to do: by element over the lanes of a vector, found out by
+  // the forward sweep, and along the first index by the first position of a piece.
+  unsigned char* descends = nullptr;
+  unsigned char* pieceDescends = nullptr;
   PieceMemory* piece = nullptr;
   std::ptrdiff_t stride = 0;  // lines in a row of the arrays
 };
