@@ -1,6 +1,7 @@
 #include "interface/entry_points.hpp"
 
 #include <limits>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -80,7 +81,12 @@ void runMorphology(Module& module, const MorphologyCall& call) {
     return;
   }
   if (call.skip || !active) return;
-  morphologyStep(input, call.area, module.stepScratch);
+  try {
+    morphologyStep(input, call.area, module.stepScratch);
+  } catch (const std::bad_alloc&) {
+    module.diagnostics.fatalOnScreen(
+        "ERROR - Could not allocate memory (RAM) for the morphology step.");
+  }
 }
 
 void writeDatasetValues(Module& module, const DatasetValuesCall& call) {

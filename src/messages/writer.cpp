@@ -155,10 +155,7 @@ void MessageWriter::replayTable(std::int32_t unit) {
 }
 
 void MessageWriter::toUnit(std::int32_t unit, std::string_view line) {
-  Unit* file = units_.find(unit);
-  if (file == nullptr) return;
-  file->writeRecord(line);
-  file->flush();
+  if (Unit* file = units_.find(unit)) file->writeLogLine(line);
 }
 
 void MessageWriter::toLog(std::string_view line) {

@@ -190,6 +190,14 @@ bool Unit::writeBytes(std::span<const std::byte> bytes) {
   return append(asText(bytes));
 }
 
+bool Unit::writeLogLine(std::string_view text) {
+  if (!failure_.empty()) {
+    failure_.clear();
+    writeRecord("");  // ends what the failed write left of its line
+  }
+  return writeRecord(text) && flush();
+}
+
 bool Unit::overwriteBytes(std::uint64_t offset, std::span<const std::byte> bytes) {
   if (!prepareToWrite() || !flush()) return false;
   if (!file_.seek(offset)) return fail(std::string(kNoPlace));

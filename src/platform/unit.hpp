@@ -58,15 +58,19 @@ class Unit {
   bool writeRecord(std::string_view text);
   bool writeBytes(std::span<const std::byte> bytes);
 
+  // A record of a log, on the disk at once. A log may miss lines, but not the rest of a run: behind one
+  // that could not be written the next is tried, on a line of its own.
+  bool writeLogLine(std::string_view text);
+
   // Bytes over earlier ones, at an offset from the start of the file; then goes on at the end.
   bool overwriteBytes(std::uint64_t offset, std::span<const std::byte> bytes);
 
   // Hands everything buffered to the system: a host killed after this loses nothing of it.
   bool flush();
 
-  // The system's reason for the first write that failed, kept until the next open; empty while all
-  // went well. After a failed write the rest is dropped, so that closing does not fail a second
-  // time for it.
+  // The system's reason for the first write that failed, kept until the next open or log line; empty
+  // while all went well. After a failed write the rest is dropped, so that closing does not fail a
+  // second time for it.
   const std::string& failure() const { return failure_; }
 
  private:

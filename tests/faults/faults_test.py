@@ -173,6 +173,17 @@ class WriteFaults(FaultsTest):
     def test_disk_that_fails_under_any_file_of_gis_layers(self):
         self.check_every_place(LAYER_HOST, [], LAYERS)
 
+    def test_log_goes_on_when_the_disk_has_room_again(self):
+        whole = self.run_everything()
+        lines = result_files.log_lines(whole.prefix)
+        for place in self.places(os.path.getsize(whole.prefix + ".mlf"))[:-1]:
+            run = self.run_everything(file="run.mlf", call="size", at=place, errno=errno.ENOSPC,
+                                      times=1)
+            self.assertEqual(run.code, DONE, run.shown)
+            held = result_files.log_lines(run.prefix)
+            lost = [line for line in lines if line not in held]
+            self.assertLessEqual(len(lost), 1, place)
+
     def test_file_size_limit_is_a_full_disk_and_no_signal(self):
         whole = self.whole()
         for limit in (0, 300, 1000, 2000, 4000):
@@ -359,7 +370,7 @@ class StandardStreams(FaultsTest):
 
 
 class Memory(FaultsTest):
-    def test_region_without_memory_ends_the_run_with_its_message(self):
+    def test_missing_memory_ends_the_run_with_its_message(self):
         self.write("all.mid", "1\n")
         self.write("all.mif", 'Version 300\nDelimiter ","\nColumns 1\n a Float\nData\n'
                               "Region 1\n 4\n1 1\n45 1\n45 45\n1 45\n")
@@ -368,6 +379,11 @@ class Memory(FaultsTest):
             run = self.run_host(LONG_RUN_HOST, "rounds", str(control), "1", "500", "500",
                                 malloc=largest)
             self.assertEqual(run.code, code, run.shown)
+        step = self.run_host(LONG_RUN_HOST, "steps", self.control, "1", "500", "500",
+                             malloc=1_000_000)
+        self.assertEqual(step.code, 1, step.shown)
+        self.assertTrue(step.shown.endswith("the morphology step.\n\nClosing any unclosed GIS layers"
+                                            "...\n\nPress Enter to Close\n"), step.shown)
         self.assertIn("ERROR - Could not allocate memory (RAM) for Inside Region == Method B.\n",
                       run.shown)
         self.assertTrue(run.shown.endswith("\nPress Enter to Close\n"), run.shown)

@@ -3,7 +3,7 @@
  *
  * Usage: long_run_host steps|collapse|rounds PREFIX CONTROL_FILE COUNT [ROWS COLUMNS]
  * Says on standard error, a name and a number each: the memory that the process holds (kB) and its
- * open files at half the count and at its end, and what became of the bed. */
+ * open files at the start, at half the count and at the end, and what became of the bed. */
 #include <dirent.h>
 #include <math.h>
 #include <stdio.h>
@@ -111,6 +111,7 @@ static void tell(const char* when) {
 
 /* Calls `one_more` so many times. */
 static void repeat(int count, void (*one_more)(int)) {
+  tell("start");
   for (int i = 0; i < count; ++i) {
     if (i == count / 2) tell("half");
     one_more(i);

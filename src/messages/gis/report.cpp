@@ -33,10 +33,7 @@ void LibraryReport::stop(const Failure& failure) {
 void LibraryReport::line(std::string_view text) {
   console_.line(text);
   if (logUnit_ < 1) return;
-  Unit* log = files_.find(logUnit_);
-  if (log == nullptr) return;
-  log->writeRecord(text);
-  log->flush();
+  if (Unit* log = files_.find(logUnit_)) log->writeLogLine(text);
 }
 
 }  // namespace nivaro::gis
