@@ -33,6 +33,18 @@ def load(path):
             length(1))
 
 
+def library():
+    return _library
+
+
+def control_file(options):
+    """The path of a file with the options, as the library takes paths."""
+    path = pathlib.Path(_scratch, "line.mcf")
+    path.write_text("".join(f"{key} == {value}\n" for key, value in options.items()
+                            if value is not None))
+    return str(path).encode()
+
+
 def i4(value):
     return ctypes.byref(ctypes.c_int32(value))
 
@@ -83,10 +95,7 @@ class Line:
         quietly(self.call, -1, 0.0)
 
     def read(self, options):
-        control = pathlib.Path(_scratch, "line.mcf")
-        control.write_text("".join(f"{key} == {value}\n" for key, value in options.items()
-                                   if value is not None))
-        name = str(control).encode()
+        name = control_file(options)
         quietly(_library.QVMOR_RDINPF, name, i4(1), i4(2), i4(N), i4(self.m), i4(N - 1), i4(self.m - 1),
                 i4(N - 2), i4(self.m - 2), i4(2), i4(2), r8(self.dx), r8(self.dx), r8(0), r8(0), r8(0),
                 self.real, self.integer, None, None, None, ctypes.c_longlong(len(name)))
