@@ -9,7 +9,7 @@ namespace nivaro {
 namespace {
 
 std::string quotedField(std::string_view text) {
-  return ",\"" + doubleQuote(trimmed(text)) + "\"";
+  return ",\"" + doubleQuote(oneLine(text)) + "\"";
 }
 
 }  // namespace

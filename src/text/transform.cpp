@@ -79,6 +79,14 @@ std::string doubleQuote(std::string_view text) {
   return result;
 }
 
+std::string oneLine(std::string_view text) {
+  std::string line(text);
+  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 && c != '\t'; };
+  std::replace_if(line.begin(), line.end(), isControl, ' ');
+  line.resize(trimmedLength(line));
+  return line;
+}
+
 std::string spaceToUnderscore(std::string_view text) {
   if (trimmed(text).empty()) return "Blank";
   return eachCharacter(text, [](char c) { return c == ' ' ? '_' : c; });

@@ -24,6 +24,10 @@ void removeTabs(std::string& text);
 // Every double quote doubled, for quoted comma-separated fields.
 std::string doubleQuote(std::string_view text);
 
+// Control characters but the tab turned into blanks: a line break of the host's would end the record
+// that the text is part of, within its quotes.
+std::string oneLine(std::string_view text);
+
 // "_" for every blank, leading ones too; "Blank" for a blank text.
 std::string spaceToUnderscore(std::string_view text);
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "text/blank_padded.hpp"
+#include "text/transform.hpp"
 
 namespace nivaro::gis {
 
@@ -30,10 +30,6 @@ std::vector<std::int32_t> raisedParts(const Object& object) {
   if (first.empty()) first.push_back(1);
   first.front() = std::max(first.front(), 1);
   return first;
-}
-
-bool isControl(char c) {
-  return static_cast<unsigned char>(c) < 0x20 && c != '\t';
 }
 
 }  // namespace
@@ -78,12 +74,8 @@ bool isDrawable(const Object& object) {
 }
 
 std::string quotedText(std::string_view text, std::size_t limit) {
-  // A line break of the host's would end the record within the quotes.
-  std::string oneLine(text);
-  std::replace_if(oneLine.begin(), oneLine.end(), isControl, ' ');
-
   std::string quoted = "\"";
-  for (const char c : trimmed(oneLine)) {
+  for (const char c : oneLine(text)) {
     const std::size_t needed = c == '"' ? 2 : 1;
     if (quoted.size() + needed + 1 > limit) break;
     quoted.append(needed, c);
