@@ -20,14 +20,6 @@ constexpr std::size_t kCommandWidth = 60;
 // The top-level file and nine nested ones.
 constexpr std::size_t kMaxOpenFiles = 10;
 
-// A file that is no text must not play tricks with the screen.
-std::string printable(std::string_view line) {
-  std::string shown(line);
-  for (char& c : shown)
-    if (c >= '\0' && c < ' ') c = '?';
-  return shown;
-}
-
 }  // namespace
 
 ControlFileReader::ControlFileReader(FileUnits& files, Diagnostics& diagnostics,
@@ -107,13 +99,16 @@ void ControlFileReader::process(const ControlFileRequest& request, std::string& 
   diagnostics_.console().line("");
   diagnostics_.console().line("...Unrecognisable command in .mcf file");
   diagnostics_.console().line("");
-  diagnostics_.fatalOnScreen(printable(trimmed(line)) + "  [" + place() + "]");
+  diagnostics_.fatalOnScreen(std::string(trimmed(line)) + "  [" + place() + "]");
 }
 
 void ControlFileReader::includeFile(std::string_view name) {
-  if (stack_.size() == kMaxOpenFiles)
+  if (stack_.size() == kMaxOpenFiles) {
+    diagnostics_.console().line("");
+    diagnostics_.console().line(place() + " reads one more file.  Does a file read itself?");
     diagnostics_.fatalOnScreen(
         "ERROR - Exceeded limit of nested files (ie. of \"Read File\" files).");
+  }
   openNext(addFolder(folder_, name));
 }
 

@@ -7,14 +7,15 @@
 #include "files/pause.hpp"
 #include "platform/fixed_field.hpp"
 #include "text/blank_padded.hpp"
+#include "text/transform.hpp"
 
 namespace nivaro {
 namespace {
 
 constexpr std::size_t kAnswerLength = 80;
 
-std::string quoted(const std::string& text) {
-  return '"' + text + '"';
+std::string quoted(const std::string& name) {
+  return '"' + printable(name) + '"';
 }
 
 // Modes that add to a file, or share it, may open it a second time.
@@ -41,7 +42,7 @@ std::int32_t OpenDialogue::openUnit(OpenRequest& request) {
 OpenDialogue::Outcome OpenDialogue::tryToOpen(const OpenRequest& request) {
   console_.line("");
   console_.open("Trying to open (" + std::string(trimmed(request.mode)) + ") file " +
-                correctSlash(request.name) + "...");
+                printable(correctSlash(request.name)) + "...");
 
   const HostPath file = hostPath(request.name);
   const OpenMode* mode = findOpenMode(request.mode);
@@ -62,7 +63,9 @@ OpenDialogue::Outcome OpenDialogue::tryToOpen(const OpenRequest& request) {
 
 OpenDialogue::Outcome OpenDialogue::openInput(const OpenRequest& request, const OpenMode& mode,
                                               const HostPath& file) {
-  if (!file.exists) {
+  // A name ends at a code of 0 for the system: what is meant is not what would be opened.
+  const bool isName = request.name.find('\0') == std::string::npos;
+  if (!file.exists || !isName) {
     console_.line("");
     console_.line("CHECK 0008 - " + quoted(request.name) + " cannot be found or opened.");
     listMeanings(file);

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "text/blank_padded.hpp"
+#include "text/transform.hpp"
 
 namespace nivaro {
 
@@ -11,12 +12,12 @@ Diagnostics::Diagnostics(Console& console, MessageWriter& messages, Termination&
 
 void Diagnostics::deliver(const Report& report) {
   MessageRecord& record = messages_.record();
-  setField(record.line1, report.line1);
-  setField(record.line2, report.line2);
-  setField(record.line3, report.line3);
-  setField(record.detail1, report.detail1);
-  setField(record.detail2, report.detail2);
-  setField(record.detail3, report.detail3);
+  setField(record.line1, printable(report.line1));
+  setField(record.line2, printable(report.line2));
+  setField(record.line3, printable(report.line3));
+  setField(record.detail1, printable(report.detail1));
+  setField(record.detail2, printable(report.detail2));
+  setField(record.detail3, printable(report.detail3));
   messages_.write(report.blankLines);
 }
 
@@ -26,7 +27,7 @@ void Diagnostics::fatal(const Report& report) {
 }
 
 void Diagnostics::fatalOnScreen(std::string_view text) {
-  console_.line(text);
+  console_.line(printable(text));
   termination_.exits();
 }
 

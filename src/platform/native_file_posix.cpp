@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <system_error>
 
 #include "platform/errors_not_signals.hpp"
@@ -19,7 +20,7 @@ std::string reason(int error) {
 }
 
 int openFlags(const OpenOptions& options) {
-  int flags = O_CLOEXEC | O_NOCTTY;
+  int flags = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;  // does not wait for the reader of a pipe
   flags |= options.action == Action::Read    ? O_RDONLY
            : options.action == Action::Write ? O_WRONLY
                                              : O_RDWR;
@@ -35,6 +36,13 @@ auto untilNotInterrupted(Call call) {
     const auto result = call();
     if (result >= 0 || errno != EINTR) return result;
   }
+}
+
+// A pipe in a folder waits for somebody at its other end, who may never come. Those that a shell hands
+// over, under names of the process's open files, have an other end, and lie in no folder.
+bool isPipeInFolder(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::is_fifo(path, error) && !std::filesystem::canonical(path, error).empty();
 }
 
 // A host that was started without standard streams leaves their numbers free. A file that got one
@@ -71,6 +79,8 @@ NativeFile::~NativeFile() {
 std::string NativeFile::open(const std::string& path, const OpenOptions& options) {
   if (std::string problem = close(); !problem.empty()) return problem;
 
+  if (options.action != Action::Write && isPipeInFolder(path)) return "It is a pipe, not a file";
+
   constexpr mode_t everyoneAsTheUserAllows = 0666;
   const int opened = untilNotInterrupted(
       [&] { return ::open(path.c_str(), openFlags(options), everyoneAsTheUserAllows); });
@@ -83,6 +93,7 @@ std::string NativeFile::open(const std::string& path, const OpenOptions& options
     ::close(descriptor);
     return reason(EISDIR);
   }
+  ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
   descriptor_ = descriptor;
   if (isKnown) identity_ = identityOf(status);
   return {};

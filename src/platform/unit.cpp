@@ -12,6 +12,10 @@ constexpr std::size_t kBlock = 65536;
 
 constexpr std::string_view kNoPlace = "The file has no place to go back to";
 
+// Far more than a line of a text: what goes on beyond it without an end is a device, and would fill the
+// memory.
+constexpr std::size_t kLongestRecord = std::size_t{64} << 20;
+
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string_view asText(std::span<const std::byte> bytes) {
@@ -87,6 +91,7 @@ ReadStatus Unit::readRecord(std::string_view& record) {
       return ReadStatus::Ok;
     }
     searched = bytes.size();
+    if (searched > kLongestRecord) return ReadStatus::Error;
     const ReadStatus status = readMore();
     if (status == ReadStatus::Error) return status;
     if (status == ReadStatus::End) break;

@@ -209,7 +209,7 @@ void MifReader::readLineObject(Unit& mif) {
 bool MifReader::readRegion(Unit& mif) {
   for (std::int32_t i = 0; i < object_.polygons; ++i) readPolygon(mif);
   if (x_.size() < kLeastRegionVertices) {
-    warnOfFewPoints();
+    warnOfFewPoints(mif);
     return false;
   }
   skipRegionStyle(mif);
@@ -229,12 +229,12 @@ void MifReader::readPolygon(Unit& mif) {
   y_.push_back(y_.empty() ? 0.0 : y_[copied]);
 }
 
-void MifReader::warnOfFewPoints() {
+void MifReader::warnOfFewPoints(const Unit& mif) {
   constexpr std::string_view kText =
       "WARNING 0318 - Insufficient points for Region object in mif file.  Region ignored.";
   const bool hasVertex = !polygonEnds_.empty() && polygonEnds_.front() > 0;
   if (!hasVertex) {
-    diagnostics_.deliver({.line1 = std::string(kText)});
+    diagnostics_.deliver({.line1 = std::string(kText), .detail1 = place(mif)});
     return;
   }
   // A located message needs a layer to stand on. Where the host has none, a warning must not end
@@ -277,8 +277,12 @@ void MifReader::failToRead(const Unit& mif) {
 }
 
 void MifReader::fail(const Unit& mif, Report report) {
-  report.detail1 = "Line " + std::to_string(lineNumber_) + " of file \"" + mif.path() + "\".";
+  report.detail1 = place(mif);
   diagnostics_.fatal(report);
+}
+
+std::string MifReader::place(const Unit& mif) const {
+  return "Line " + std::to_string(lineNumber_) + " of file \"" + mif.path() + "\".";
 }
 
 }  // namespace nivaro

@@ -68,11 +68,12 @@ class MifReader {
   void readLineObject(Unit& mif);
   bool readRegion(Unit& mif);
   void readPolygon(Unit& mif);
-  void warnOfFewPoints();
+  void warnOfFewPoints(const Unit& mif);
   void skipRegionStyle(Unit& mif);
 
   [[noreturn]] void failToRead(const Unit& mif);
   [[noreturn]] void fail(const Unit& mif, Report report);
+  std::string place(const Unit& mif) const;
 
   Diagnostics& diagnostics_;
   Tabs tabs_ = Tabs::AreBlank;   // in the `.mid`

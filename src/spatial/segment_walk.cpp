@@ -18,7 +18,7 @@ constexpr double kSamePoint = 1e-4;
 
 // All centre lines between the ends are crossed, but for one or two at either end: beyond this the
 // list overflows for certain. Coordinates gone astray are so found without walking to them.
-constexpr std::int64_t kSurelyTooMany = SegmentWalk::kMaxCells + 10;
+constexpr double kSurelyTooMany = SegmentWalk::kMaxCells + 10;
 
 // A walk through the rows steps along local y, one through the columns along local x.
 enum class Steps { Rows, Columns };
@@ -81,12 +81,16 @@ class Walk {
         cells_(cells) {}
 
   std::optional<Report> run() {
+    // In reals, since cells beyond all 4-byte numbers have the same one. A walk goes along the longer
+    // extent, unless coordinates overflowed when they were turned.
+    const double along = std::abs(D::along(b_) - D::along(a_));
+    const double across = std::abs(D::across(b_) - D::across(a_));
+    if (!(along / alongSize_ <= kSurelyTooMany) || !(across <= along)) return tooManyCells();
     const std::int32_t alongA = cellIndex(D::along(a_), alongSize_);
     const std::int32_t alongB = cellIndex(D::along(b_), alongSize_);
     const std::int32_t acrossA = cellIndex(D::across(a_), acrossSize_);
     const std::int32_t acrossB = cellIndex(D::across(b_), acrossSize_);
     const std::int64_t linesBetween = std::abs(std::int64_t{alongB} - alongA);
-    if (linesBetween > kSurelyTooMany) return tooManyCells();
     const std::int64_t last = std::max(linesBetween, std::abs(std::int64_t{acrossB} - acrossA));
     const std::int64_t direction = alongB < alongA ? -1 : 1;
 

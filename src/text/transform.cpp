@@ -73,6 +73,13 @@ void removeTabs(std::string& text) {
   std::erase(text, '\t');
 }
 
+std::string printable(std::string_view text) {
+  const auto isControl = [](char c) { return (c >= '\0' && c < ' ' && c != '\t') || c == '\x7F'; };
+  std::string shown(text);
+  std::replace_if(shown.begin(), shown.end(), isControl, '?');
+  return shown;
+}
+
 std::string doubleQuote(std::string_view text) {
   std::string result;
   for (const char c : trimmed(text)) result.append(c == '"' ? 2 : 1, c);

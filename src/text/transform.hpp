@@ -21,6 +21,10 @@ std::string removeQuotes(std::string_view text);
 // Closes the gaps that tabs leave: words that only a tab separates join.
 void removeTabs(std::string& text);
 
+// With "?" for every control code but the tab: a file that is no text must not play tricks with the
+// screen.
+std::string printable(std::string_view text);
+
 // Every double quote doubled, for quoted comma-separated fields.
 std::string doubleQuote(std::string_view text);
 

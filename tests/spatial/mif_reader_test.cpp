@@ -118,16 +118,21 @@ TEST_F(MifReaderTest, IgnoresRegionsOfTooFewPointsAndGoesOnBehindThem) {
       "Region 0\nRegion 1\n0\nPoint 1 2\n",
       "1\n2\n3\n4\n5\n");
 
-  // Where there is no messages layer the text tells the place.
-  for (const std::string_view place : {"NoXY", "XY", "NoXY", "NoXY"}) {
+  // Where there is no messages layer, or no vertex, the text tells the place. The header has 6 lines.
+  const std::string inFile = " of file \"" + mif.path() + "\".\n";
+  const std::pair<std::string, std::string> expected[] = {
+      {"NoXY", "Its first vertex is 4., 5.5.\n"},
+      {"XY", ""},
+      {"NoXY", "Line 19" + inFile},
+      {"NoXY", "Line 21" + inFile}};
+  for (const auto& [tag, place] : expected) {
     console.output.clear();
     ASSERT_NE(reader.nextObject(mif, mid), nullptr);
     EXPECT_FALSE(reader.readSection(mif));
-    EXPECT_EQ(console.output,
-              "\n" + std::string(place) +
-                  ": WARNING 0318 - Insufficient points for Region object in mif "
-                  "file.  Region ignored.\n" +
-                  (record->message_layer == 0 ? "Its first vertex is 4., 5.5.\n" : ""));
+    EXPECT_EQ(console.output, "\n" + tag +
+                                  ": WARNING 0318 - Insufficient points for Region object in mif "
+                                  "file.  Region ignored.\n" +
+                                  place);
     record->message_layer = 1;
   }
   next();
