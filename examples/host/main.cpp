@@ -35,12 +35,25 @@ struct Options {
 constexpr const char* kFooter =
     "Example:  morphology_host examples/host/trench --out /tmp/trench\n"
     "\n"
-    "Exit code: 0 done; 1 the module ended the run, its message and log say why; 2 wrong command\n"
+    "Exit code: 0 done; 1 the module ended the run, its last message says why; 2 wrong command\n"
     "line or case; 3 the module cannot be loaded; 4 results cannot be written; 5 the flow or the\n"
     "bed became unstable.";
 
+// What is wrong with a number; empty when nothing is.
+std::string notAboveZero(const std::string& text) {
+  double number = 0;
+  return CLI::detail::lexical_cast(text, number) && number > 0 ? "" : text + " is not above 0";
+}
+
+// The case file itself is as good a name for a case as its folder.
+fs::path folderOf(const fs::path& given) {
+  if (given.filename() != "case.toml" || fs::is_directory(given)) return given;
+  return given.has_parent_path() ? given.parent_path() : fs::path(".");
+}
+
 void describeOptions(CLI::App& app, Options& options) {
   app.footer(kFooter);
+  const CLI::Validator aboveZero(notAboveZero, "ABOVE 0");
   app.add_option("CASE_FOLDER", options.caseFolder, "Folder that holds the case.toml")->required();
   app.add_option("--out,-o", options.out,
                  "Folder for results, made if need be (CASE_FOLDER/results)");
@@ -48,9 +61,9 @@ void describeOptions(CLI::App& app, Options& options) {
                  "The module to load (beside this program, else where the system looks)");
   app.add_option("--control,-c", options.control, "Another .mcf file than the case's")
       ->check(CLI::ExistingFile);
-  app.add_option("--step", options.step, "Another morphology step, s")->check(CLI::PositiveNumber);
+  app.add_option("--step", options.step, "Another morphology step, s")->check(aboveZero);
   app.add_option("--duration", options.duration, "Stop after so many hours of bed evolution")
-      ->check(CLI::PositiveNumber);
+      ->check(aboveZero);
   app.add_flag("--check", options.checkOnly, "Read the case, say what it holds, run nothing");
 }
 
@@ -88,14 +101,13 @@ bool runIsUnderWay = false;
 
 void explainModuleStop() {
   if (runIsUnderWay)
-    std::cerr
-        << "\nmorphology_host: the morphology module ended the run; its message above and its "
-           "log say why."
-        << std::endl;
+    std::cerr << "\nmorphology_host: the morphology module ended the run; its last message above "
+                 "says why."
+              << std::endl;
 }
 
 void run(const Options& options) {
-  host::Case model = host::readCase(options.caseFolder);
+  host::Case model = host::readCase(folderOf(options.caseFolder));
   applyOptions(model, options);
   printCase(model);
   if (options.checkOnly) return;
@@ -127,6 +139,7 @@ int fail(Exit code, const std::exception& error) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  host::outliveReaderOfOutput();
   CLI::App app(
       "A small 2D hydraulic model that computes the bed with the NIVARO Morphology module.",
       "morphology_host");

@@ -16,4 +16,7 @@ void* findSymbol(void* library, const char* name);
 std::filesystem::path programFolder();
 bool outputIsTerminal();
 
+// A reader of the output that leaves (`| head`) does not end the run.
+void outliveReaderOfOutput();
+
 }  // namespace host

@@ -1,6 +1,8 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
+#include <csignal>
+
 #include "platform.hpp"
 
 namespace host {
@@ -26,6 +28,10 @@ std::filesystem::path programFolder() {
 
 bool outputIsTerminal() {
   return isatty(STDOUT_FILENO) == 1;
+}
+
+void outliveReaderOfOutput() {
+  std::signal(SIGPIPE, SIG_IGN);
 }
 
 }  // namespace host
