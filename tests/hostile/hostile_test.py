@@ -2,18 +2,19 @@
 """Files that are broken, endless, out of bounds or no files: whatever a run is given, it goes on or ends
 in order, soon, in little memory, and says which file and what is wrong with it.
 
-Usage: hostile_test.py SCENARIO_HOST
+Usage: hostile_test.py SCENARIO_HOST LIBRARY
 """
 import collections
 import os
 import pathlib
+import re
 import resource
 import subprocess
 import sys
 import tempfile
 import unittest
 
-HOST = None
+HOST = LIBRARY = None
 GOES_ON, ENDED = 7, 1  # exit codes of the host: its own, and that of a run that cannot go on
 PROCESSOR_SECONDS = 30  # for runs that take some hundredths
 WAITING_SECONDS = 300  # on a busy machine
@@ -217,9 +218,19 @@ class HostileTest(unittest.TestCase):
         self.expect_end("code of 0", b"cannot be found")
         self.expect_end("line end", b"cannot be found", control="run\n.mcf")
 
+    # Nor can it: what starts programs, or changes the host's process behind its back, is not called.
+    def test_library_starts_nothing_and_leaves_the_process_alone(self):
+        imports = subprocess.run(["nm", "-D", "--undefined-only", LIBRARY], check=True,
+                                 stdout=subprocess.PIPE, text=True).stdout
+        names = {line.split()[-1].split("@")[0] for line in imports.splitlines()}
+        self.assertIn("open64" if "open64" in names else "open", names)
+        never = re.compile(r"system|popen|(f?exec|posix_spawn).*|v?fork|clone|dlopen|getenv|setenv|chdir|"
+                           r"umask|setlocale|signal|sigaction|fe(set|enable|disable|hold|update).*")
+        self.assertEqual([name for name in names if never.fullmatch(name)], [])
+
 
 if __name__ == "__main__":
-    HOST = os.path.abspath(sys.argv[1])
+    HOST, LIBRARY = (os.path.abspath(argument) for argument in sys.argv[1:])
     for limit, value in ((resource.RLIMIT_AS, MEMORY), (resource.RLIMIT_CPU, PROCESSOR_SECONDS),
                          (resource.RLIMIT_CORE, 0)):
         resource.setrlimit(limit, (value, value))  # what is run here has them too
