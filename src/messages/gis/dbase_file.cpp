@@ -83,12 +83,14 @@ bool DbaseTable::addRecord(Unit* file, std::string_view attributes) {
   }
   record.byte(kEndOfFile);
 
-  // The record takes the place of the end mark and brings a new one.
-  if (file == nullptr || !file->overwriteBytes(endOfRecords(), record.bytes())) return false;
-  ++recordCount_;
+  // The record takes the place of the end mark and brings a new one. It is there once it is counted.
   ByteBuffer count;
-  count.little(recordCount_);
-  return file->overwriteBytes(kRecordCountOffset, count.bytes()) && file->flush();
+  count.little(recordCount_ + 1);
+  if (file == nullptr || !file->overwriteBytes(endOfRecords(), record.bytes()) ||
+      !file->overwriteBytes(kRecordCountOffset, count.bytes()))
+    return false;
+  ++recordCount_;
+  return true;
 }
 
 }  // namespace nivaro::gis
