@@ -3,7 +3,7 @@ import numpy
 
 import capacity
 from plane_host import DENSITY, VOIDS, Plane
-from report import BLUE, GREY, panels, scientific
+from report import BLUE, GREY, panels, size
 
 DEPTH, DISCHARGE = 2.0, 2.0
 HEIGHT, RADIUS, DX, CELLS, STEP = 0.4, 100.0, 10.0, 81, 100.0
@@ -18,8 +18,8 @@ def dune():
 
 def run(direction, steps, options=None):
     """The bed above the flat bed, [x, y]."""
-    size = numpy.hypot(*direction)
-    plane = Plane(dune() - DEPTH, DX, tuple(DISCHARGE * part / size for part in direction), options)
+    length = numpy.hypot(*direction)
+    plane = Plane(dune() - DEPTH, DX, tuple(DISCHARGE * part / length for part in direction), options)
     plane.step(STEP, steps)
     return plane.bed() + DEPTH
 
@@ -63,7 +63,7 @@ def report(page, build, scratch):
     for label, group in GROUPS.items():
         found, differences = symmetry(group, STEPS)
         beds[label] = next(iter(found.values()))
-        rows += [[label, name, f"{bed.max():.4f}", scientific(mirror), scientific(turn)]
+        rows += [[label, name, f"{bed.max():.4f}", size(mirror), size(turn)]
                  for (name, bed), (mirror, turn) in zip(found.items(), differences)]
     page.table("cone_symmetry", ["flow", "toward", "highest point (m)", "from its mirror image (m)",
                                  "from the first, turned (m)"], rows)
@@ -73,7 +73,7 @@ def report(page, build, scratch):
     line = Plane(dune()[:, middle + 1] - DEPTH, DX, (DISCHARGE, 0), FACTOR)
     line.step(STEP, STEPS)
     apart = abs(line.bed() + DEPTH - beds["along an axis"][:, middle]).max()
-    page.numbers(cone_line=scientific(apart), cone_hours=f"{STEP * STEPS / 3600:.0f}",
+    page.numbers(cone_line=size(apart), cone_hours=f"{STEP * STEPS / 3600:.0f}",
                  cone_apart=f"{abs(beds['along an axis'].max() - beds['along a diagonal'].max()):.3f}",
                  **{f"cone_module{-at}": f"{1e3 * change:.5f}" for at, change in changes.items()},
                  **{f"cone_hand{-at}": f"{1e3 * first_step(at):.5f}" for at in changes})

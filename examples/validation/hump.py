@@ -5,7 +5,7 @@ import capacity
 import line_host
 import make
 from plane_host import Plane
-from report import BLACK, BLUE, GREEN, GREY, ORANGE, panels
+from report import BLACK, BLUE, GREEN, GREY, ORANGE, panels, size
 
 DEPTH, DISCHARGE = 2.0, 2.0  # m, m2/s
 HEIGHT, SPREAD, START = 0.05, 50.0, 300.0  # m: a Gaussian hump, and where its crest lies
@@ -83,7 +83,7 @@ def report(page, build, scratch):
                [[f"{dx:g}", f"{2 * dx ** 2:g}", percent(e["celerity"]), percent(e["height"]),
                  f"{e['rms']:.4f}",
                  f"{numpy.log2(refinement[2 * dx]['rms'] / e['rms']):.1f}" if dx < 20 else "",
-                 f"{e['volume']:.0e}"] for dx, e in refinement.items()])
+                 size(e["volume"])] for dx, e in refinement.items()])
     low = []
     for dx, step in ((20, 800), (10, 200), (5, 50), (2.5, 12.5), (10, 25), (10, 100), (10, 400),
                      (10, 800)):

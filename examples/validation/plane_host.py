@@ -9,12 +9,12 @@ import numpy
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 sys.path.insert(0, str(ROOT / "docs" / "figures"))
 import line_host  # noqa: E402
-from line_host import DENSITY, SAND, i4, quietly, r8  # noqa: E402
+from line_host import DENSITY, SAND, i4, quietly, r8  # noqa: E402, F401
 
 VOIDS = 0.4
 # No limit on the change of a step, which would hide errors.
 FREE = {**SAND, "Morphology Bed Change Limit": 1e9}
-D50, D90, CONCENTRATION = 0, 1, 8  # places of real fields in the work array
+D50, CONCENTRATION = 0, 8  # places of real fields in the work array
 
 
 class Plane:

@@ -1,5 +1,6 @@
 """What the cases hand to the page: tables, numbers within the text, pictures."""
 import csv
+import math
 import pathlib
 
 STYLE = {
@@ -43,6 +44,6 @@ def panels(count, height=3.8, **options):
     return (figure, *axes) if count > 1 else (figure, axes)
 
 
-def scientific(value):
-    """1.2e-16 as 1e-16: of a rounding error only the size says anything."""
-    return "0" if value == 0 else f"{value:.0e}"
+def size(value):
+    """1.2e-16 as "below 1e-15": of an error by rounding nothing else is the same on all processors."""
+    return "0" if value == 0 else f"below 1e{math.floor(math.log10(value)) + 1}"

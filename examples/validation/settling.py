@@ -2,7 +2,7 @@
 import numpy
 
 import capacity
-from plane_host import CONCENTRATION, D50, D90, DENSITY, VOIDS, Plane
+from plane_host import CONCENTRATION, D50, DENSITY, VOIDS, Plane
 from report import BLUE, GREEN, GREY, ORANGE, panels
 
 DEPTH, SPEED = 0.2, 0.5

@@ -4,7 +4,7 @@ import numpy
 import capacity
 import line_host
 from plane_host import Plane
-from report import BLUE, GREY, ORANGE, panels, scientific
+from report import BLUE, GREY, ORANGE, panels, size
 
 DEPTH, SPEED, DX, CELLS, STEP = 1.37, 1.13, 10.0, 22, 60.0  # no round numbers: sums are to round off
 DIRECTIONS = {"+x": (1, 0), "-x": (-1, 0), "+y": (0, 1), "-y": (0, -1)}
@@ -42,7 +42,7 @@ def report(page, build, scratch):
     page.table("uniform_changes",
                ["flow toward"] + [f"{ground}, after {count} (m)" for ground in ("level", "sloping")
                                   for count in counts],
-               [[name] + [scientific(change) for slope in (0.0, SLOPE) for change in changes[name, slope]]
+               [[name] + [size(change) for slope in (0.0, SLOPE) for change in changes[name, slope]]
                 for name in DIRECTIONS])
     suspended, bed_load = capacity.transport(DEPTH, SPEED, **capacity.RIVER)
     celerity = capacity.celerity(DEPTH, DEPTH * SPEED, capacity.RIVER)
