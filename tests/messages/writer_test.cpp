@@ -15,6 +15,20 @@ struct Writer : test::ModuleTest {
   MessageWriter& writer = module.messages;
 };
 
+TEST_F(Writer, FieldsEndWithTheirTextWhateverFillsThem) {
+  const std::string text = "a" + std::string(98, ' ') + "b";  // 100 characters
+  for (const auto& [blanks, zeros] : {std::pair(9900, 0), {0, 9900}, {64, 9836}, {9837, 63}}) {
+    const std::string filled = text + std::string(static_cast<std::size_t>(blanks), ' ') +
+                               std::string(static_cast<std::size_t>(zeros), '\0');
+    setField(record->line1, filled);
+    EXPECT_EQ(fieldText(record->line1), text) << blanks;
+  }
+  setField(record->line1, std::string("\0a\0b", 4));
+  EXPECT_EQ(fieldText(record->line1), " a b") << "codes of 0 within a text count as blanks too";
+  setField(record->line1, "");
+  EXPECT_EQ(fieldText(record->line1), "");
+}
+
 TEST_F(Writer, MessageIsCountedOnceNumberedAndLinkedInTheLogOnly) {
   message("ERROR 0010 - Bad value");
   writer.dmessage(0);
