@@ -86,12 +86,22 @@ struct Carry {
     store(out.adaptation + e, s.adaptation);
   }
 
+  static void leaveAlone(const Exchange& out, std::ptrdiff_t e) {
+    store(out.net + e, Real{});
+    store(out.outcome + e, Mask{});
+  }
+
   // In cell k with its sides k and k + stride; the carried transport afterwards.
   [[gnu::always_inline]] Real forward(std::ptrdiff_t k, Real carried, const Exchange& out,
                                       std::ptrdiff_t e) const {
     const Real none{};
     const Mask cell = load<Mask>(flags + k);
     const Mask active = hasBit<Real>(cell, kActiveCell);
+    if (!anyOf<Real>(active)) {
+      leaveAlone(out, e);
+      descends[k / kLanes<Real>] = 0;
+      return carried;
+    }
     const Real lower = load<Real>(sides.suspendedAbove + k);
     const Real u = carried != 0.0 ? carried : lower;
     const Real w = load<Real>(sides.centredSuspendedBelow + k + stride);
@@ -177,8 +187,7 @@ struct Carry {
         if (descends[k / kLanes<Real>] != 0) {
           t = reverse(k, t, out, e, touched);
         } else {
-          store(out.net + e, Real{});
-          store(out.outcome + e, Mask{});
+          leaveAlone(out, e);
         }
         k += kLanes<Real>;
         e += kLanes<Real>;
