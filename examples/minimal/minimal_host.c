@@ -25,7 +25,8 @@ static const double kNothing = 0.0, kCellSize = 5.0, kTimeStep = 600.0, kDischar
 /* The host's arrays. Element (i, j), counted from 1, lies at the centre of the cell, at its side
  * toward i + 1 (v1, z1), at its side toward j + 1 (v2, z2) or at the corner of both (zpts). Bed
  * arrays hold depths below datum, positive downward. */
-static nivaro_logical wet[kCells];
+/* Flow flags are true where a wet cell sends water into a dry one: nowhere here. */
+static nivaro_logical wet[kCells], flow[kCells];
 static double level[kCells], v1[kCells], v2[kCells];
 static double zc[kCells], z1[kCells], z2[kCells], zpts[kCells];
 
@@ -72,7 +73,7 @@ static void compute_flow(void) {
 
 static void call_morphology(const nivaro_logical* smoothing) {
   QVMOR_INIT_2D_DOMAIN(&kOne);
-  QVMORPHOLOGY(smoothing, &kNo, &kNo, wet, wet, level, v2, v1, zpts, zc, z2, z1, &kN32, &kM32,
+  QVMORPHOLOGY(smoothing, &kNo, &kNo, wet, flow, level, v2, v1, zpts, zc, z2, z1, &kN32, &kM32,
                &kFirst32, &kFirst32, &kLastI32, &kLastJ32, &kCellSize, &kCellSize, &kCellSize, NULL,
                &kTimeStep, &kNo, &kNothing, NULL, NULL, NULL, NULL, NULL, NULL, NULL, real_work,
                integer_work, NULL, NULL, NULL, &kOne);

@@ -23,7 +23,8 @@ program minimal_host
   ! Element (i, j) lies at the centre of the cell, at its side toward i + 1 (v1, z1), at its side
   ! toward j + 1 (v2, z2) or at the corner of both (zpts). Bed arrays hold depths below datum,
   ! positive downward.
-  logical(nivaro_logical) :: wet(n, m)
+  ! Flow flags are true where a wet cell sends water into a dry one: nowhere here.
+  logical(nivaro_logical) :: wet(n, m), flow(n, m)
   real(real64) :: level(n, m), v1(n, m), v2(n, m), zc(n, m), z1(n, m), z2(n, m), zpts(n, m)
 
   ! The module's memory, which the host keeps.
@@ -37,6 +38,7 @@ program minimal_host
   if (command_argument_count() /= 2) error stop 2
   call get_command_argument(1, control_file)
   call get_command_argument(2, prefix)
+  flow = .false.
   level = 0
   v1 = 0
   v2 = 0
@@ -105,7 +107,7 @@ contains
   subroutine call_morphology(smoothing)
     logical, intent(in) :: smoothing
     call qvmor_init_2d_domain(1)
-    call qvmorphology(smoothing, .false., .false., wet, wet, level, v2, v1, zpts, zc, z2, z1, &
+    call qvmorphology(smoothing, .false., .false., wet, flow, level, v2, v1, zpts, zc, z2, z1, &
         n, m, first, first, last_i, last_j, cell_size, cell_size, cell_size, time_step, &
         .false., 0.0_real64, real_work, integer_work, domain=1)
   end subroutine
