@@ -70,17 +70,19 @@ bool readCells(const StepData& step, std::ptrdiff_t cell, int count, GrainMemory
   using Mask = MaskOf<Real>;
   Mask found{};
   for (int k = 0; k < count; k += kLanes<Real>) {
-    const Mask carries = isOdd<Real>(step.bedCode + cell + k, count - k);
-    store(out.active + k, carries);
-    if (!anyOf<Real>(carries)) continue;
-    const Mask active = carries & isOdd<Real>(step.wet + cell + k, count - k);
+    Mask active = isOdd<Real>(step.bedCode + cell + k, count - k);
+    if (anyOf<Real>(active)) active &= isOdd<Real>(step.wet + cell + k, count - k);
     store(out.active + k, active);
     found |= active;
-    if (!anyOf<Real>(active) || step.uniformGrain) continue;
+    if (step.uniformGrain) continue;
 
-    const Real d50 = load<Real>(step.d50.at(cell + k), count - k);
-    const Real d90 = load<Real>(step.d90.at(cell + k), count - k);
-    if (!grain.has(d50, d90, active)) grain.compute(d50, d90, step.terms);
+    if (anyOf<Real>(active)) {
+      const Real d50 = load<Real>(step.d50.at(cell + k), count - k);
+      const Real d90 = load<Real>(step.d90.at(cell + k), count - k);
+      if (!grain.has(d50, d90, active)) grain.compute(d50, d90, step.terms);
+    }
+    // Sides of active cells are computed for lanes beside them too. What these find here is thrown
+    // away, but a slow number would cost time.
     store(out.ordinary + k, grain.ordinary);
     store(out.stage + k, grain.terms.stage);
     store(out.suspended + k, grain.terms.suspended);
