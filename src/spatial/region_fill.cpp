@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <new>
-#include <stdexcept>
 #include <string>
 
 #include "platform/support.hpp"
@@ -74,14 +73,13 @@ class Marks {
   std::size_t rows_;
 };
 
+// Fewer cells than 2^62, which a vector may have where there is the memory.
 bool makeBlank(std::vector<std::uint8_t>& cells, const Area& range) {
   const std::int64_t rows = std::int64_t{range.lastI} - range.firstI + 1;
   const std::int64_t columns = std::int64_t{range.lastJ} - range.firstJ + 1;
   try {
     cells.assign(static_cast<std::size_t>(rows * columns), 0);
   } catch (const std::bad_alloc&) {
-    return false;
-  } catch (const std::length_error&) {
     return false;
   }
   return true;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
 #include <string>
 #include <tuple>
@@ -208,7 +209,7 @@ class Runner {
       routine.call(arguments);
       if (!arguments.nothingElseIsWritten()) _exit(kWroteBeside);
     }
-    _exit(0);
+    std::exit(0);
   }
 
   static constexpr int kWroteBeside = 3;

@@ -220,9 +220,14 @@ class HostileTest(unittest.TestCase):
 
     # Nor can it: what starts programs, or changes the host's process behind its back, is not called.
     def test_library_starts_nothing_and_leaves_the_process_alone(self):
-        imports = subprocess.run(["nm", "-D", "--undefined-only", LIBRARY], check=True,
-                                 stdout=subprocess.PIPE, text=True).stdout
-        names = {line.split()[-1].split("@")[0] for line in imports.splitlines()}
+        def names_of(*options):
+            listing = subprocess.run(["nm", *options, LIBRARY], check=True, stdout=subprocess.PIPE,
+                                     text=True).stdout
+            return {line.split()[-1].split("@")[0] for line in listing.splitlines()}
+
+        if "__gcov_exit" in names_of():
+            self.skipTest("what counts lines does both")
+        names = names_of("-D", "--undefined-only")
         self.assertIn("open64" if "open64" in names else "open", names)
         never = re.compile(r"system|popen|(f?exec|posix_spawn).*|v?fork|clone|dlopen|getenv|setenv|chdir|"
                            r"umask|setlocale|signal|sigaction|fe(set|enable|disable|hold|update).*")

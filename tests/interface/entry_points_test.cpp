@@ -103,6 +103,14 @@ TEST_F(EntryPoints, DomainWithoutAPlaceInTheWorkArraysEndsTheRun) {
     c.domain = domain;
     EXPECT_THROW(runMorphology(t.module, c), test::ProcessEnded);
   }
+  std::int32_t nextReal = 2147483647;
+  std::int32_t nextInteger = 7;
+  EXPECT_THROW(reserveFields(t.module, {2, true, 5, 4}, nextReal, nextInteger), test::ProcessEnded);
+  EXPECT_NE(
+      t.console.output.find("domain 2 of 5 x 4 cells does not fit behind positions 2147483647 "
+                            "and 7, which count from 1 in 4-byte integers"),
+      std::string::npos)
+      << t.console.output;
   EXPECT_NE(t.console.output.find("Should not be here - domain 101 is not in 1 to 100"),
             std::string::npos);
   EXPECT_NE(t.console.output.find("domain 2 has no fields: QVMOR_SETUP_S2 comes first"),
