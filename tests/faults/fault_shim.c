@@ -2,8 +2,9 @@
  * fail, and large pieces of memory are not to be had.
  *
  * FAULT_FILE    what the name of the file ends in
- * FAULT_CALL    open, close, seek: the call that fails; read, write: bytes are counted; size: a write
- *               fails where it would make the file longer than that, as on a full disk
+ * FAULT_CALL    open, close, seek: the call that fails; read, write: bytes are counted, and of the call
+ *               that exceeds them none is written, as on a broken disk; size: a write is cut where it
+ *               would make the file longer than that, and the next one fails, as on a full disk
  * FAULT_AT      how many calls, or bytes, go well before that (0)
  * FAULT_TIMES   how many calls then fail before all is well again (all of them)
  * FAULT_ERRNO   the error; 0: a write takes no byte and names no error
@@ -112,12 +113,14 @@ ssize_t write(int descriptor, const void* bytes, size_t count) {
     }
     count = least(count, piece);
   }
-  const int counts_bytes = concerns(descriptor, "write");
-  if (counts_bytes || concerns(descriptor, "size")) {
-    const long long from = counts_bytes ? done : syscall(SYS_lseek, descriptor, 0L, SEEK_CUR);
-    if (count > 0 && from >= at) return fail();
-    count = least(count, at - from); /* what still fits is taken, the next call fails */
+  if (count > 0 && concerns(descriptor, "write")) {
+    if (done + (long long)count > at) return fail();
     done += (long long)count;
+  }
+  if (count > 0 && concerns(descriptor, "size")) {
+    const long long from = syscall(SYS_lseek, descriptor, 0L, SEEK_CUR);
+    if (from >= at) return fail();
+    count = least(count, at - from); /* what still fits is taken, the next call fails */
   }
   return syscall(SYS_write, descriptor, bytes, count);
 }
