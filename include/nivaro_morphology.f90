@@ -1225,7 +1225,7 @@ contains
   end function
 
   ! The command contains "Read MI " or "Read GIS " (WRITEGIS: "Write ..."; READROWCOL: "Read MID "
-  ! or "Read RowCol ") and the keyword; ANY: with any keyword or none.
+  ! or "Read RowCol ") with the keyword right behind; ANY: with any keyword or none.
   function readgis(command, keyword) result(outcome)
     character(*), intent(in) :: command, keyword
     logical :: outcome

@@ -510,7 +510,7 @@ NIVARO_API nivaro_logical ASAME(const char* a, const char* b, nivaro_length a_le
 NIVARO_API nivaro_logical ASAMECS(const char* a, const char* b, nivaro_length a_length,
                                   nivaro_length b_length) NIVARO_NOEXCEPT;
 
-/** Whether a command contains "Read MI " or "Read GIS " and then the keyword.
+/** Whether a command contains "Read MI " or "Read GIS " with the keyword right behind.
  *  \param[in] command, command_length  the command
  *  \param[in] keyword, keyword_length  the keyword
  *  \return true when it does */
@@ -518,7 +518,7 @@ NIVARO_API nivaro_logical READGIS(const char* command, const char* keyword,
                                   nivaro_length command_length,
                                   nivaro_length keyword_length) NIVARO_NOEXCEPT;
 
-/** Whether a command contains "Write MI " or "Write GIS " and then the keyword.
+/** Whether a command contains "Write MI " or "Write GIS " with the keyword right behind.
  *  \param[in] command, command_length  the command
  *  \param[in] keyword, keyword_length  the keyword
  *  \return true when it does */
@@ -526,7 +526,7 @@ NIVARO_API nivaro_logical WRITEGIS(const char* command, const char* keyword,
                                    nivaro_length command_length,
                                    nivaro_length keyword_length) NIVARO_NOEXCEPT;
 
-/** Whether a command contains "Read MID " or "Read RowCol " and then the keyword.
+/** Whether a command contains "Read MID " or "Read RowCol " with the keyword right behind.
  *  \param[in] command, command_length  the command
  *  \param[in] keyword, keyword_length  the keyword
  *  \return true when it does */
