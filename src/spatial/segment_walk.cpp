@@ -20,6 +20,10 @@ constexpr double kSamePoint = 1e-4;
 // list overflows for certain. Coordinates gone astray are so found without walking to them.
 constexpr double kSurelyTooMany = SegmentWalk::kMaxCells + 10;
 
+// Steps beyond the cell of a segment's end that may still cross something: left of and below the
+// origin, where indices are rounded toward it, the end lies one cell further on.
+constexpr std::int64_t kBeyondEnd = 3;
+
 // A walk through the rows steps along local y, one through the columns along local x.
 enum class Steps { Rows, Columns };
 
@@ -91,7 +95,9 @@ class Walk {
     const std::int32_t acrossA = cellIndex(D::across(a_), acrossSize_);
     const std::int32_t acrossB = cellIndex(D::across(b_), acrossSize_);
     const std::int64_t linesBetween = std::abs(std::int64_t{alongB} - alongA);
-    const std::int64_t last = std::max(linesBetween, std::abs(std::int64_t{acrossB} - acrossA));
+    // Cells that are far from square would make it walk on for as long as they are flat.
+    const std::int64_t last = std::clamp(std::abs(std::int64_t{acrossB} - acrossA), linesBetween,
+                                         linesBetween + kBeyondEnd);
     const std::int64_t direction = alongB < alongA ? -1 : 1;
 
     for (std::int64_t step = 0; step <= last; ++step) {

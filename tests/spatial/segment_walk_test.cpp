@@ -105,6 +105,14 @@ TEST(SegmentWalk, TakesTheCellsWhoseCentreLinesItCrosses) {
   for (const auto& [segment, cells] : cases) EXPECT_EQ(walked(segment, 1, 1), cells);
 }
 
+// A thousand million rows lie between the ends: not to be walked through.
+TEST(SegmentWalk, EndsWithItsSegmentHoweverFlatTheCells) {
+  const std::vector<CellIndex> cells = walked({0.25, 0, 3.75, 1}, 1, 1e-9);
+  ASSERT_EQ(cells.size(), 4U);
+  for (int column = 1; column <= 4; ++column)
+    EXPECT_EQ(cells[static_cast<std::size_t>(column - 1)].second, column);
+}
+
 TEST(SegmentWalk, ListsTenThousandCellsAndNoMore) {
   EXPECT_EQ(walked({0, 0.5, 10000.2, 0.5}, 1, 1).size(), 10000U);
 
