@@ -132,9 +132,14 @@ class Line:
     def change(self, j):
         return self.bed(j) - self.start[j]
 
-    def gained(self, voids=0.4):
+    def gained(self, voids=0.4, density=DENSITY):
         """Sand that the bed has gained, kg per m of width."""
-        return sum(self.change(j) for j in range(1, self.cells + 1)) * self.dx * (1 - voids) * DENSITY
+        return sum(self.change(j) for j in range(1, self.cells + 1)) * self.dx * (1 - voids) * density
+
+
+def density_of(options):
+    return next((float(value) for command, value in (options or {}).items()
+                 if "sand grain density" in command.lower()), DENSITY)
 
 
 def capacity(depth, speed, options=None):
@@ -146,8 +151,14 @@ def capacity(depth, speed, options=None):
                  "Set Morphology Bed Limit": limit, **(options or {})}
         line = Line(1, 1.0, depth, lambda j: speed * depth if j == 1 else 0.0, extra)
         line.step(1e-3)
-        found.append(-line.gained() / 1e-3)
+        found.append(-line.gained(density=density_of(options)) / 1e-3)
     return found[0] - found[1], found[1]
+
+
+def celerity(depth, speed, options=None):
+    """Speed of bed waves, m/s, by suspended load and by bed load: dq/dz at a constant discharge."""
+    low, high = (capacity(depth * f, speed / f, options) for f in (1.01, 0.99))
+    return [(b - a) / (0.02 * depth) / (0.6 * density_of(options)) for a, b in zip(low, high)]
 
 
 def spread(line, first, last):

@@ -14,7 +14,7 @@ import sys
 import tempfile
 
 import line_host
-from line_host import Line, capacity
+from line_host import Line, capacity, celerity
 
 HERE = pathlib.Path(__file__).resolve().parent
 ROOT = HERE.parent.parent
@@ -107,12 +107,6 @@ def unset_runs(build, scratch):
 
 # ---- One line of cells ----
 
-def celerity(depth, speed, options=None):
-    """Speed of bed waves, m/s, by suspended load and by bed load: dq/dz at a constant discharge."""
-    low, high = (capacity(depth * f, speed / f, options) for f in (1.01, 0.99))
-    return [(b - a) / (0.02 * depth) / (0.6 * line_host.DENSITY) for a, b in zip(low, high)]
-
-
 def print_sensitivity():
     print("Transport of 2 m at 1 m/s, and how it answers to one option")
     suspended, bed_load = capacity(2, 1)
@@ -192,6 +186,12 @@ def growth(theta, courant, dx=10.0, steps=60):
 
 def print_step_rule():
     for name, flow in {"2 m, 1 m/s, fine sand": (2, 1, None),
+                       "fastest cell of the reach": (2.24, 1.81, {
+                           "Set Morphology D50": 0.00028, "Set Morphology D90": 0.0005,
+                           "Morphology Fall Velocity": 0.035,
+                           "Morphology Current Related Roughness": 0.1,
+                           "Morphology Reference Level": 0.05,
+                           "Morphology Mixing Layer Thickness": 0.05}),
                        "trench": (0.39, 0.51, {
                            "Set Morphology D50": 0.00016, "Set Morphology D90": 0.0002,
                            "Morphology Fall Velocity": 0.013,
