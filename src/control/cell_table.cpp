@@ -1,37 +1,20 @@
 #include "control/cell_table.hpp"
 
-#include <charconv>
 #include <cmath>
 #include <limits>
-#include <system_error>
 
 #include "platform/list_input.hpp"
+#include "platform/plain_number.hpp"
 
 namespace nivaro {
 
 namespace {
 
-constexpr bool isBlank(char c) {
-  return c == ' ' || c == '\t';
-}
-
-// A number in its ordinary spelling, and the blanks and the comma behind it. Null otherwise.
-template <typename Number>
-const char* readPlain(const char* at, const char* end, Number& number) {
-  while (at != end && isBlank(*at)) ++at;
-  const auto [next, error] = std::from_chars(at, end, number);
-  if (error != std::errc{}) return nullptr;
-  if (next != end && !isBlank(*next) && *next != ',') return nullptr;
-  at = next;
-  while (at != end && isBlank(*at)) ++at;
-  return at != end && *at == ',' ? at + 1 : at;
-}
-
 bool readPlainRow(std::string_view text, CellRow& row) {
   const char* const end = text.data() + text.size();
-  const char* at = readPlain(text.data(), end, row.first);
-  if (at != nullptr) at = readPlain(at, end, row.second);
-  if (at != nullptr) at = readPlain(at, end, row.value);
+  const char* at = readPlainNumber(text.data(), end, row.first);
+  if (at != nullptr) at = readPlainNumber(at, end, row.second);
+  if (at != nullptr) at = readPlainNumber(at, end, row.value);
   return at != nullptr && std::isfinite(row.value);
 }
 

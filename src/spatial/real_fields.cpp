@@ -1,36 +1,21 @@
 #include "spatial/real_fields.hpp"
 
-#include <charconv>
 #include <cmath>
 #include <limits>
-#include <system_error>
 
 #include "platform/list_input.hpp"
+#include "platform/plain_number.hpp"
 
 namespace nivaro {
 namespace {
 
-constexpr bool isBlank(char c) {
-  return c == ' ' || c == '\t';
-}
-
-const char* skipBlanks(const char* at, const char* end) {
-  while (at != end && isBlank(*at)) ++at;
-  return at;
-}
-
-// The ordinary spellings, separated by blanks, tabs or a comma. False leaves the decision to the
-// general reader, which knows the others.
+// False leaves the decision to the general reader.
 bool readPlain(std::string_view text, std::span<double> values) {
   const char* at = text.data();
   const char* const end = at + text.size();
   for (double& value : values) {
-    at = skipBlanks(at, end);
-    const auto [next, error] = std::from_chars(at, end, value);
-    if (error != std::errc{} || !std::isfinite(value)) return false;
-    if (next != end && !isBlank(*next) && *next != ',') return false;
-    at = skipBlanks(next, end);
-    if (at != end && *at == ',') ++at;
+    at = readPlainNumber(at, end, value);
+    if (at == nullptr || !std::isfinite(value)) return false;
   }
   return true;
 }
