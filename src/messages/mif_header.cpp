@@ -1,7 +1,7 @@
 #include "messages/mif_header.hpp"
 
+#include "platform/letters.hpp"
 #include "text/keyword.hpp"
-#include "text/letters.hpp"
 
 namespace nivaro {
 namespace {

@@ -6,18 +6,16 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/letters.hpp"
+
 namespace nivaro {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char lowerCase(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
-
 bool equalIgnoringCase(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return lowerCase(x) == lowerCase(y); });
+                    [](char x, char y) { return lower(x) == lower(y); });
 }
 
 // Both separators are a slash to this system.

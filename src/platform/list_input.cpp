@@ -5,6 +5,7 @@
 #include <system_error>
 #include <type_traits>
 
+#include "platform/letters.hpp"
 #include "platform/unit.hpp"
 
 namespace nivaro {
@@ -16,12 +17,6 @@ constexpr bool isBlank(char c) {
 }
 constexpr bool endsItem(char c) {
   return isBlank(c) || c == ',' || c == '/';
-}
-constexpr bool isQuote(char c) {
-  return c == '"' || c == '\'';
-}
-constexpr bool isDigit(char c) {
-  return c >= '0' && c <= '9';
 }
 constexpr bool isSign(char c) {
   return c == '+' || c == '-';

@@ -4,9 +4,9 @@
 #include <limits>
 #include <string>
 
+#include "platform/letters.hpp"
 #include "platform/list_input.hpp"
 #include "text/blank_padded.hpp"
-#include "text/letters.hpp"
 
 namespace nivaro {
 namespace {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/letters.hpp"
 #include "platform/list_input.hpp"
 #include "text/blank_padded.hpp"
-#include "text/letters.hpp"
 #include "text/transform.hpp"
 
 namespace nivaro {

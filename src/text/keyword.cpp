@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/letters.hpp"
 #include "text/blank_padded.hpp"
-#include "text/letters.hpp"
 #include "text/transform.hpp"
 
 namespace nivaro {

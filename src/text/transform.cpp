@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "platform/letters.hpp"
 #include "text/blank_padded.hpp"
-#include "text/letters.hpp"
 
 namespace nivaro {
 namespace {
@@ -22,6 +22,11 @@ std::string without(std::string_view text, Unwanted unwanted) {
   std::erase_if(result, unwanted);
   result.resize(trimmedLength(result));
   return result;
+}
+
+// A control code that is not the tab.
+bool isControl(char c) {
+  return (c >= '\0' && c < ' ' && c != '\t') || c == '\x7F';
 }
 
 std::string orX(const std::string& name) {
@@ -74,7 +79,6 @@ void removeTabs(std::string& text) {
 }
 
 std::string printable(std::string_view text) {
-  const auto isControl = [](char c) { return (c >= '\0' && c < ' ' && c != '\t') || c == '\x7F'; };
   std::string shown(text);
   std::replace_if(shown.begin(), shown.end(), isControl, '?');
   return shown;
@@ -88,7 +92,6 @@ std::string doubleQuote(std::string_view text) {
 
 std::string oneLine(std::string_view text) {
   std::string line(text);
-  const auto isControl = [](char c) { return static_cast<unsigned char>(c) < 0x20 && c != '\t'; };
   std::replace_if(line.begin(), line.end(), isControl, ' ');
   line.resize(trimmedLength(line));
   return line;

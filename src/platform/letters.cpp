@@ -1,4 +1,4 @@
-#include "text/letters.hpp"
+#include "platform/letters.hpp"
 
 #include <algorithm>
 
