@@ -10,7 +10,7 @@ void AINTEGER(char* result, Length resultLength, const std::int32_t* value) noex
 }
 
 void AINTEGER8(char* result, Length resultLength, const std::int64_t* value) noexcept {
-  TextOut(result, resultLength) = ainteger8(*value);
+  TextOut(result, resultLength) = ainteger(*value);
 }
 
 void AREAL(char* result, Length resultLength, const double* value) noexcept {
@@ -28,7 +28,7 @@ void AINTEGERPREC0(char* result, Length resultLength, const std::int32_t* value,
 
 void AINTEGER8PREC0(char* result, Length resultLength, const std::int64_t* value,
                     const std::int32_t* digits) noexcept {
-  TextOut(result, resultLength) = ainteger8Prec0(*value, *digits);
+  TextOut(result, resultLength) = aintegerPrec0(*value, *digits);
 }
 
 void AREALD(char* result, Length resultLength, const double* value,
@@ -38,12 +38,12 @@ void AREALD(char* result, Length resultLength, const double* value,
 
 void AREALD4(char* result, Length resultLength, const float* value,
              const std::int32_t* decimals) noexcept {
-  TextOut(result, resultLength) = areald4(*value, *decimals);
+  TextOut(result, resultLength) = areald(static_cast<double>(*value), *decimals);
 }
 
 void AREALD8(char* result, Length resultLength, const double* value,
              const std::int32_t* decimals) noexcept {
-  TextOut(result, resultLength) = areald8(*value, *decimals);
+  AREALD(result, resultLength, value, decimals);
 }
 
 void AREALDPREC0(char* result, Length resultLength, const double* value,

@@ -23,7 +23,6 @@ FileUnits::FileUnits(Console& console, Process& process, UnitTable& units, Termi
 
 void FileUnits::initFileUnits(std::int32_t base) {
   base_ = std::max(base, kLowestBase);
-  recordLength_ = 4;
   inUse_.fill(false);
   termination_.switchOnPromptAndExitCode();
 }
@@ -32,7 +31,6 @@ std::int32_t FileUnits::openFile(std::string_view name, std::string_view mode,
                                  std::int32_t recordLength) {
   const std::string_view wanted = trimmed(leftTrimmed(name).substr(0, kNameLength));
   if (wanted.empty()) endForBlankName();
-  recordLength_ = recordLength;
 
   const auto free = std::find(inUse_.begin(), inUse_.end(), false);
   if (free == inUse_.end()) {
@@ -41,7 +39,7 @@ std::int32_t FileUnits::openFile(std::string_view name, std::string_view mode,
   }
   const auto slot = static_cast<std::size_t>(free - inUse_.begin());
   OpenDialogue dialogue(console_, process_, units_, termination_);
-  OpenRequest request{numberOf(slot), std::string(wanted), padTo(mode, kModeLength), recordLength_};
+  OpenRequest request{numberOf(slot), std::string(wanted), padTo(mode, kModeLength), recordLength};
   const std::int32_t unit = dialogue.openUnit(request);
   inUse_[slot] = unit != 0;
   names_[slot] = request.name;

@@ -55,7 +55,6 @@ class FileUnits {
   UnitTable& units_;
   Termination& termination_;
   std::int32_t base_ = 0;
-  std::int32_t recordLength_ = 4;
   std::array<bool, kSlots> inUse_{};
   std::array<std::string, kSlots> names_;
 };

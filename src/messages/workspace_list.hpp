@@ -29,8 +29,6 @@ class WorkspaceList {
   // Closes it for good: the run's last domain has read its layers.
   void close();
 
-  std::int32_t unit() const { return unit_; }
-
  private:
   static constexpr std::int32_t kClosed = -1;
 

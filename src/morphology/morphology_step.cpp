@@ -75,11 +75,6 @@ void morphologyStep(const StepInput& in, const Area& area, StepScratch& scratch)
   sweepFirstAxis(kernel, step, scratch);
 }
 
-void morphologyStep(const StepInput& in, const Area& area) {
-  StepScratch scratch;
-  morphologyStep(in, area, scratch);
-}
-
 void smoothBed(const StepInput& in, const Area& area) {
   confineBedCodes(in, area);
   lowerBedLimits(in, area);

@@ -12,9 +12,6 @@ namespace nivaro {
 // no sense pass into the fields.
 void morphologyStep(const StepInput& in, const Area& area, StepScratch& scratch);
 
-// The same with working memory of its own.
-void morphologyStep(const StepInput& in, const Area& area);
-
 // Set-up of a domain: confines the bed codes to the area, lowers bed limits that lie above the bed
 // and rebuilds corners and sides from the cells. Flow and settings are not read.
 void smoothBed(const StepInput& in, const Area& area);

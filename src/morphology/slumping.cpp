@@ -54,9 +54,4 @@ void addSlumping(const StepInput& in, const Area& area, Cell first, int count) {
   }
 }
 
-void addSlumping(const StepInput& in, const Area& area) {
-  for (int j = area.firstJ; j <= area.lastJ; ++j)
-    addSlumping(in, area, {area.firstI, j}, area.lastI - area.firstI + 1);
-}
-
 }  // namespace nivaro

@@ -6,12 +6,9 @@
 
 namespace nivaro {
 
-// Adds the level changes of one slumping pass over the area to the applied bed change, which the
-// caller has cleared. The bed itself is not changed, so the cells do not see each other's slumps.
-void addSlumping(const StepInput& in, const Area& area);
-
-// The part of it that `count` cells of a row of the area take: each looks at its neighbours and
-// changes them.
+// Adds the level changes that `count` cells of a row of the area take part in to the applied bed change,
+// which the caller has cleared: each cell looks at its neighbours and changes them. The bed itself is not
+// changed, so the cells do not see each other's slumps.
 void addSlumping(const StepInput& in, const Area& area, Cell first, int count);
 
 // A step in the bed between neighbours at a distance that is not higher than this slumps nothing. A

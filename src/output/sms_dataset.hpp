@@ -61,8 +61,6 @@ class SmsDataset {
   // The end card; the file stays open until the process ends.
   void writeEnd();
 
-  const std::array<std::int32_t, kSlots>& slots() const { return slots_; }
-
  private:
   template <typename Write>
   void onOpenSlots(Write write);

@@ -84,14 +84,6 @@ std::string areald(double value, int decimals) {
   return std::string(leftTrimmed(realField(value, decimals)));
 }
 
-std::string areald4(float value, int decimals) {
-  return areald(static_cast<double>(value), decimals);
-}
-
-std::string areald8(double value, int decimals) {
-  return areald(value, decimals);
-}
-
 std::string arealdPrec0(double value, int decimals, int width) {
   return zeroFilled(realField(value, decimals), value >= 0 ? width : 0);
 }
@@ -100,16 +92,8 @@ std::string ainteger(std::int64_t value) {
   return aintegerPrec0(value, 0);
 }
 
-std::string ainteger8(std::int64_t value) {
-  return ainteger(value);
-}
-
 std::string aintegerPrec0(std::int64_t value, int digits) {
   return zeroFilled(integerField(value, kWidth), value >= 0 ? digits : 0);
-}
-
-std::string ainteger8Prec0(std::int64_t value, int digits) {
-  return aintegerPrec0(value, digits);
 }
 
 std::string hoursText(double hours, std::string_view format) {

@@ -15,19 +15,15 @@ std::string areal8(double value);
 
 // A fixed number of decimals, trailing zeros kept; none leaves the decimal point.
 std::string areald(double value, int decimals);
-std::string areald4(float value, int decimals);
-std::string areald8(double value, int decimals);
 
 // As `areald`; a value of 0 or more is filled with zeros on the left to at least `width`
 // characters.
 std::string arealdPrec0(double value, int decimals, int width);
 
 std::string ainteger(std::int64_t value);
-std::string ainteger8(std::int64_t value);
 
 // A value of 0 or more is filled with zeros on the left to at least `digits` digits (20 at most).
 std::string aintegerPrec0(std::int64_t value, int digits);
-std::string ainteger8Prec0(std::int64_t value, int digits);
 
 // A time in hours in the format of this name: "DECIMAL" (two decimals or, for large values, fewer),
 // "HHHH:MM" or "HHHH:MM:SS". Minutes and seconds are rounded to the nearest, hours are not padded,

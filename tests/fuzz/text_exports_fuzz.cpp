@@ -8,11 +8,11 @@
 
 #include "exports/the_module.hpp"
 #include "fuzz/exact_buffer.hpp"
+#include "platform/letters.hpp"
 #include "text/command_line.hpp"
 #include "text/counting.hpp"
 #include "text/csv.hpp"
 #include "text/keyword.hpp"
-#include "text/letters.hpp"
 #include "text/line_reader.hpp"
 #include "text/number_text.hpp"
 #include "text/transform.hpp"
@@ -198,7 +198,7 @@ void writeNumbers(const Texts& texts, Numbers& numbers) {
   AREALD(result.data(), result.length(), &real, &digits);
   requireResult(result, areald(real, digits));
   AREALD4(result.data(), result.length(), &narrow, &digits);
-  requireResult(result, areald4(narrow, digits));
+  requireResult(result, areald(static_cast<double>(narrow), digits));
   AREALD8(result.data(), result.length(), &real, &digits);
   requireResult(result, areald(real, digits));
   AREALDPREC0(result.data(), result.length(), &real, &digits, &integer);

@@ -1,7 +1,6 @@
 // What shapes the bed besides transport: limits, slumping, rebuild, smoothing.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 #include <string>
 
@@ -50,6 +49,12 @@ TEST(BedChange, IsCentredInTimeAndLimited) {
   }
 }
 
+// All rows of the area, as a step takes them.
+void slump(TestDomain& d) {
+  for (int j = d.area.firstJ; j <= d.area.lastJ; ++j)
+    addSlumping(d.input(), d.area, {d.area.firstI, j}, d.area.lastI - d.area.firstI + 1);
+}
+
 // Two cells of the area side by side along the first index, 1 m apart: the left one lies `step`
 // lower than the right one, whose depth is 2.
 struct SlumpCase {
@@ -92,7 +97,7 @@ TEST(Slumping, Cases) {
     d.bedCode[left] = c.leftCode;
     d.bedCode[right] = c.rightCode;
     d.bedLimit[left] = c.bedLimit;
-    addSlumping(d.input(), d.area);
+    slump(d);
 
     EXPECT_DOUBLE_EQ(d.applied[left], c.height) << c.name;
     EXPECT_DOUBLE_EQ(d.applied[right], -c.height) << c.name;
@@ -104,7 +109,7 @@ TEST(Slumping, NoSandIsLostOverTheRim) {
   d.settings.slumpDistanceFirst = 0.5;
   d.settings.slumpDistanceSecond = 0.25;
   for (std::size_t k = 0; k < d.size; ++k) d.zc[k] = 2.0 + static_cast<double>(k * k % 7);
-  addSlumping(d.input(), d.area);
+  slump(d);
 
   double inArea = 0.0;
   for (int j = 2; j <= 5; ++j)
