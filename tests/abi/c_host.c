@@ -159,41 +159,39 @@ static void check_messages(void) {
   check(DMESSAGES.warning_count == 0, "DMESSAGERESETCOUNTERS");
 }
 
-/* The calling order of a host, down to one step that lets a hole's walls slump. */
+static void write_file(char* path, const char* prefix, const char* suffix, const char* text) {
+  snprintf(path, 520, "%s%s", prefix, suffix);
+  FILE* file = fopen(path, "wb");
+  check(file != NULL && fputs(text, file) >= 0 && fclose(file) == 0, suffix);
+}
+
+/* The calling order of a host, down to a step that moves sand along the first index and one that lets
+ * the walls of a hole slump along the second. Arguments that could be taken for each other differ. */
 static void check_run(const char* folder) {
-  enum { n = 6, m = 5, cells = n * m };
+  enum { n = 6, m = 5, cells = n * m, hole = 2 * n + 3 /* cell (4, 3) */ };
   const nivaro_logical no = 0, yes = -1;
   const int32_t domain = 1, nn = n, mm = m, zero = 0, two = 2, last_i = n - 1, last_j = m - 1;
-  const double one = 1.0, origin = 0.0, minute = 60.0;
+  const double one = 1.0, two_metres = 2.0, four = 4.0, origin = 0.0, hour = 3600.0;
   const int32_t row_offset1 = 10, row_offset2 = 20;
-  char prefix[512], mcf[520], table[520];
+  char prefix[512], mcf[520], other[520];
   snprintf(prefix, sizeof prefix, "%s/c", folder);
-  snprintf(mcf, sizeof mcf, "%s.mcf", prefix);
-  FILE* file = fopen(mcf, "wb");
-  if (file == NULL) {
-    check(0, "the control file can be written");
-    return;
-  }
-  fputs(
-      "Slump Slope == 2\r\nSlump Bed Change Limit == 0.05\r\n"
-      "Read MID Morphology D90 == c.csv",
-      file);
-  fclose(file);
-  snprintf(table, sizeof table, "%s.csv", prefix);
-  file = fopen(table, "wb");
-  if (file == NULL) {
-    check(0, "the table can be written");
-    return;
-  }
-  fputs("12,21,0.5\r\n14,21,9\r\n12,23,9\r\n", file);
-  fclose(file);
+  write_file(mcf, prefix, ".mcf",
+             "Slump Slope == 2\r\nSlump Bed Change Limit == 0.05\r\nTime Centreing Factor == 1\r\n"
+             "Fall Velocity == 0.02\r\nCurrent Related Roughness == 0.05\r\n"
+             "Reference Level == 0.025\r\nMixing Layer Thickness == 0.025\r\n"
+             "Read MID Morphology D90 == c.csv\r\n"
+             "Read MI Morphology Insitu Voids == c_voids");
+  write_file(other, prefix, ".csv", "12,21,0.0004\r\n14,21,9\r\n12,23,9\r\n");
+  write_file(other, prefix, "_voids.mif",
+             "Version 300\nColumns 1\n  v Float\nData\n\n"
+             "Region 1\n 5\n0 1\n2 1\n2 2\n0 2\n0 1\n");
+  write_file(other, prefix, "_voids.mid", "0.3\n");
 
   QVMOR_INITIALISE_S1("c", prefix, prefix, &no, ".tab", &no, prefix, " ", " ", &no, 1,
                       length(prefix), length(prefix) + 1 /* with its end mark */, 4, length(prefix),
                       1, 1);
-  char log_file[520];
-  snprintf(log_file, sizeof log_file, "%s.mlf", prefix);
-  FILE* log = fopen(log_file, "rb");
+  snprintf(other, sizeof other, "%s.mlf", prefix);
+  FILE* log = fopen(other, "rb");
   check(log != NULL, "an end mark is no part of a prefix");
   if (log != NULL) fclose(log);
   check(DMESSAGES.log_unit == 2001, "log unit in the shared record");
@@ -205,28 +203,39 @@ static void check_run(const char* folder) {
   double* real_work = calloc(12 * cells, sizeof *real_work);
   int32_t* integer_work = calloc(cells, sizeof *integer_work);
   nivaro_logical wet[cells];
-  double still[cells] = {0}, zpts[cells] = {0}, zc[cells], z1[cells] = {0}, z2[cells] = {0};
+  double still[cells] = {0}, moving[cells], zpts[cells], zc[cells], z1[cells], z2[cells];
   for (int c = 0; c < cells; ++c) {
     wet[c] = yes;
-    zc[c] = 2.0;
+    moving[c] = c % n < 3 ? 1.0 : 0.0; /* stops at side 4 of each row */
+    zpts[c] = zc[c] = z1[c] = z2[c] = 2.0;
   }
-  zc[2 * n + 3] = 3.0; /* cell (4, 3) */
 
   QVMOR_RDINPF(mcf, &domain, &domain, &nn, &mm, &last_i, &last_j, &nn, &mm, &row_offset1,
-               &row_offset2, &one, &one, &origin, &origin, &origin, real_work, integer_work, NULL,
-               NULL, NULL, length(mcf));
+               &row_offset2, &two_metres, &one, &origin, &origin, &origin, real_work, integer_work,
+               NULL, NULL, NULL, length(mcf));
   check(real_work[cells - 1] == 0.00016 && integer_work[cells - 1] == 1, "defaults");
   /* Row index 12 with offset 10 is element 4, 21 with 20 element 3; 6 and 5 pass the bounds. */
   const double* d90 = real_work + cells;
-  check(d90[2 * n + 3] == 0.5 && d90[2 * n + 5] == 0.00016 && d90[4 * n + 3] == 0.00016,
+  check(d90[hole] == 0.0004 && d90[2 * n + 5] == 0.00016 && d90[4 * n + 3] == 0.00016,
         "a cell table");
+  /* Cells are 2 m along x, the second index, and 1 m along y: the region is cell (2, 1) alone. */
+  const double* voids = real_work + 2 * cells;
+  check(voids[hole] == 0.3 && voids[hole - 1] == 0.4 && voids[hole - n] == 0.4, "a layer");
 
   QVMOR_INIT_2D_DOMAIN(&domain);
+  QVMORPHOLOGY(&no, &no, &no, wet, wet, still, still, moving, zpts, zc, z2, z1, &nn, &mm, &two,
+               &two, &last_i, &last_j, &one, &one, &four, NULL, &hour, &no, &origin, NULL, NULL,
+               NULL, NULL, NULL, NULL, NULL, real_work, integer_work, NULL, NULL, NULL, &domain);
+  check(zc[hole - n] < 1.999 && zc[n + 1] == 2.0, "sand settles where the flow stops");
+
+  for (int c = 0; c < cells; ++c) zpts[c] = zc[c] = z1[c] = z2[c] = c == hole ? 3.0 : 2.0;
   QVMORPHOLOGY(&no, &no, &no, wet, wet, still, still, still, zpts, zc, z2, z1, &nn, &mm, &two, &two,
-               &last_i, &last_j, &one, &one, &one, NULL, &minute, &no, &origin, NULL, NULL, NULL,
+               &last_i, &last_j, &one, &one, &four, NULL, &hour, &no, &origin, NULL, NULL, NULL,
                NULL, NULL, NULL, NULL, real_work, integer_work, NULL, NULL, NULL, &domain);
-  /* Slope 1:1 is steeper than 1:2; each of four slumps of 1 * (1 - 1 / 2) is cut to 0.05. */
-  check(zc[2 * n + 3] > 2.7999 && zc[2 * n + 3] < 2.8001, "a step");
+  /* Slope 1:1 along the second index is steeper than 1:2, 1:4 along the first is not; each of two
+   * slumps of 1 * (1 - 1 / 2) is cut to 0.05. */
+  check(near(zc[hole], 2.9) && near(zc[hole - n], 2.05) && zc[hole + 1] == 2.0, "a step");
+  check(near(z1[hole], 2.45) && near(z2[hole], 2.475) && near(zpts[hole], 2.2375), "a rebuilt bed");
 
   free(real_work);
   free(integer_work);

@@ -233,10 +233,11 @@ class GisTools(unittest.TestCase):
             shown = [float(feature[name]) for name in
                      ("n", "m", "Code", "ZC", "Domain_Index", "mor_d50", "mor_d90", "mor_IVR",
                       "mor_DVR", "mor_Bed_Limit_Z", "mor_Bed_Code")]
-            # Index offsets 0: the first cell is shown as 1. Three decimals of ZC are exact here.
-            self.assertEqual(shown, [i + 1, j + 1, element % 3, 20.0 - element / 8.0, 1, 0.00025,
+            # With offsets 100 and 700 the first cell, element (3, 3), is (101, 701). Three decimals of
+            # ZC are exact here.
+            self.assertEqual(shown, [i + 101, j + 701, element % 3, 20.0 - element / 8.0, 1, 0.00025,
                                      1.5, 0.4, 0.4, -99999.0, 1])
-            self.assertEqual(feature["Grid_Ref"], f"{i + 1},{j + 1}")
+            self.assertEqual(feature["Grid_Ref"], f"{i + 101},{j + 701}")
             self.assertTrue(feature["WKT"].startswith("POLYGON (("), feature["WKT"])
             corners = [[float(c) for c in corner.split()]
                        for corner in feature["WKT"][10:-2].split(",")]

@@ -62,7 +62,7 @@ def main():
     depth = (ctypes.c_double * cells)(*[c / 8.0 - 20.0 for c in range(cells)])
     library.QVMOR_WRMIFF(integer(1), integer(1), logical(True), codes, depth, integer(n), None,
                          integer(RIM + 1), integer(RIM + 1), integer(rows + RIM),
-                         integer(columns + RIM), integer(0), integer(0), real(x0), real(y0),
+                         integer(columns + RIM), integer(100), integer(700), real(x0), real(y0),
                          real(size * math.cos(angle)), real(size * math.sin(angle)), real_work,
                          integer_work)
     with open(case["prefix"] + ".d50", "wb") as file:
