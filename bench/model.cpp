@@ -1,6 +1,5 @@
 #include "model.hpp"
 
-#include <limits>
 #include <utility>
 
 #include "inputs.hpp"
@@ -11,7 +10,6 @@ namespace nivaro::bench {
 namespace {
 
 constexpr int kRim = 2;  // field elements around the grid's cells on each side
-constexpr std::int32_t kAnyDimension = std::numeric_limits<std::int32_t>::max();
 
 }  // namespace
 

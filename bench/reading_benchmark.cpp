@@ -2,7 +2,6 @@
 #include <benchmark/benchmark.h>
 
 #include <charconv>
-#include <span>
 
 #include "control/cell_table.hpp"
 #include "inputs.hpp"

@@ -10,7 +10,7 @@ root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
 export WINELOADER=/usr/lib/wine/wine64 WINESERVER=/usr/lib/wine/wineserver64
 export WINEPREFIX=$root/build/windows/wine
 export WINEDEBUG=-all
-# Neither the desktop's menus nor the helpers for web pages and .NET are wanted.
+# Neither the desktop's menus nor web pages and .NET are wanted.
 export WINEDLLOVERRIDES="winemenubuilder.exe,mscoree,mshtml="
 unset DISPLAY
 

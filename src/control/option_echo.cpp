@@ -8,7 +8,7 @@ namespace nivaro {
 
 namespace {
 
-std::string numberLine(std::string_view name, bool automatic, double value) {
+std::string echoOf(std::string_view name, bool automatic, double value) {
   return std::string(name) + " == " + (automatic ? "AUTO" : areal(value)) +
          "   ! Options [ {AUTO} | <value> ]";
 }
@@ -19,14 +19,13 @@ std::array<std::string, 7> optionEcho(const MorphologyParameters& p) {
   return {
       "Morphology Erosion Method == VANRIJN89  ! [ {VANRIJN89} ]",
       "Morphology Deposition Method == EYESINKVERMAAS  ! [ {EYESINKVERMAAS} ]",
-      numberLine("Morphology Fall Velocity", p.automaticFallVelocity, p.fallVelocity),
-      numberLine("Morphology Current Related Roughness", p.automaticCurrentRelatedRoughness,
-                 p.currentRelatedRoughness),
-      numberLine("Morphology Mixing Layer Thickness", p.automaticMixingLayerThickness,
-                 p.mixingLayerThickness),
-      numberLine("Morphology Reference Level", p.automaticReferenceLevel, p.referenceLevel),
-      numberLine("Morphology Mixing Coefficient", p.automaticMixingCoefficient,
-                 p.mixingCoefficient),
+      echoOf("Morphology Fall Velocity", p.automaticFallVelocity, p.fallVelocity),
+      echoOf("Morphology Current Related Roughness", p.automaticCurrentRelatedRoughness,
+             p.currentRelatedRoughness),
+      echoOf("Morphology Mixing Layer Thickness", p.automaticMixingLayerThickness,
+             p.mixingLayerThickness),
+      echoOf("Morphology Reference Level", p.automaticReferenceLevel, p.referenceLevel),
+      echoOf("Morphology Mixing Coefficient", p.automaticMixingCoefficient, p.mixingCoefficient),
   };
 }
 

@@ -1,6 +1,4 @@
 // The morphology entry points and the end of a run.
-#include <limits>
-
 #include "exports/adapters.hpp"
 #include "exports/the_module.hpp"
 #include "interface/entry_points.hpp"
@@ -10,12 +8,10 @@ using namespace nivaro;
 
 namespace {
 
-// Arrays of the outputs come without their second dimension; nothing behind the range is read.
-constexpr std::int32_t kAnyDimension = std::numeric_limits<std::int32_t>::max();
-
+// Arrays of the outputs come without their second dimension.
 template <typename T>
 Grid<T> openGrid(T* first, const std::int32_t* nx) {
-  return grid(first, nx, &kAnyDimension);
+  return {first, *nx, kAnyDimension};
 }
 
 }  // namespace
@@ -175,7 +171,7 @@ void QVMOR_WRSMSF_CLOSE() noexcept {
 }
 
 void QVMOR_WRMIFF(const std::int32_t* domain, const std::int32_t* lastDomain,
-                  const Logical* writeValues, const std::int32_t* cellCode, const double* elevation,
+                  const Logical* writeValues, const std::int32_t* cellCode, const double* depth,
                   const std::int32_t* nx, const void*, const std::int32_t* firstI,
                   const std::int32_t* firstJ, const std::int32_t* lastI, const std::int32_t* lastJ,
                   const std::int32_t* firstOffset, const std::int32_t* secondOffset,
@@ -185,7 +181,7 @@ void QVMOR_WRMIFF(const std::int32_t* domain, const std::int32_t* lastDomain,
                   {.cells = {.domain = *domain,
                              .lastDomain = *lastDomain,
                              .code = openGrid(cellCode, nx),
-                             .depth = openGrid(elevation, nx),
+                             .depth = openGrid(depth, nx),
                              .fields = {},
                              .range = area(firstI, firstJ, lastI, lastJ),
                              .firstOffset = *firstOffset,

@@ -1,6 +1,5 @@
 #include "interface/entry_points.hpp"
 
-#include <limits>
 #include <new>
 #include <optional>
 #include <string>
@@ -12,9 +11,6 @@
 namespace nivaro {
 
 namespace {
-
-// The host does not pass the second dimension of what the dataset is written from.
-constexpr std::int32_t kAnyDimension = std::numeric_limits<std::int32_t>::max();
 
 [[noreturn]] void stopForDomain(Module& module, std::int32_t domain, std::string_view what) {
   module.diagnostics.fatalOnScreen("Should not be here - domain " + std::to_string(domain) +

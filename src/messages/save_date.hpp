@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "files/file_units.hpp"
 #include "files/termination.hpp"

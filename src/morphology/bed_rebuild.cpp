@@ -1,7 +1,6 @@
 #include "morphology/bed_rebuild.hpp"
 
 #include <algorithm>
-#include <cstdint>
 
 #include "morphology/activity.hpp"
 

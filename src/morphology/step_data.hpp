@@ -79,8 +79,7 @@ struct StepData {
   double levelFactor = 0.0;  // level change in a bed without voids that a transport makes in a step
   double erosionLevel = 0.0;  // the same in a bed with uniform voids
   double depositionLevel = 0.0;
-  double stableStepFirst =
-      0.0;  // in the bed between neighbours; what is not higher slumps nothing, m
+  double stableStepFirst = 0.0;  // m, in the bed between neighbours: what is not higher stays
   double stableStepSecond = 0.0;
   MorphologyParameters parameters;
   CapacityTerms terms;

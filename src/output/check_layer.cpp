@@ -1,7 +1,6 @@
 #include "output/check_layer.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <span>
 
 #include "output/cell_text.hpp"

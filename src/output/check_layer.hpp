@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "files/file_units.hpp"
 #include "messages/diagnostics.hpp"

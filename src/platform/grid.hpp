@@ -4,9 +4,13 @@
 
 #include <cassert>
 #include <cstddef>
+#include <limits>
 #include <span>
 
 namespace nivaro {
+
+// The second dimension of an array that comes without it: nothing behind what is asked for is read.
+inline constexpr int kAnyDimension = std::numeric_limits<int>::max();
 
 // A rectangle of cells, bounds included: the morphology area, or the range written to a file.
 struct Area {

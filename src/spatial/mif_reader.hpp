@@ -6,7 +6,6 @@
 // record, named in the message.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>

@@ -1,7 +1,6 @@
 // The cells whose centres lie inside a region.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>

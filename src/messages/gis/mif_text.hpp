@@ -1,7 +1,6 @@
 // Objects and headers as the lines of a MIF file.
 #pragma once
 
-#include <string>
 #include <string_view>
 #include <vector>
 

@@ -11,7 +11,6 @@ namespace {
 
 constexpr std::int32_t kFileCode = 9994;
 constexpr std::int32_t kVersion = 1000;
-constexpr std::int32_t kHeaderLength = 50;
 constexpr std::int32_t kRecordHeaderLength = 4;
 constexpr std::int32_t kIndexEntryLength = 4;
 

@@ -48,13 +48,15 @@ class ShapeGeometry {
   std::int32_t recordCount() const { return recordCount_; }
 
  private:
+  static constexpr std::int32_t kHeaderLength = 50;
+
   ByteBuffer header(std::int32_t fileLength) const;
   std::int32_t indexLength() const;
 
   ShapeType type_;
   std::int32_t recordCount_ = 0;
   std::int32_t shapeCount_ = 0;  // records that are not null
-  std::int32_t fileLength_ = 50;
+  std::int32_t fileLength_ = kHeaderLength;
   BoundingBox box_;
 };
 

@@ -1,10 +1,7 @@
 // A layer as shapefiles: one each for its points, lines and regions.
 #pragma once
 
-#include <array>
 #include <cstdint>
-#include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
