@@ -6,9 +6,6 @@
 namespace nivaro {
 namespace {
 
-// Filled within this of empty or of full, a pipe has no free surface.
-constexpr double kPipeTolerance = 1e-5;
-
 // Direction (ux, uy) crossed with (vx, vy): positive when the second points to the left of the
 // first.
 double cross(double ux, double uy, double vx, double vy) {
@@ -31,12 +28,6 @@ double distance(double x1, double y1, double x2, double y2) {
 double vectorMagnitude(double u, double v) {
   if (std::abs(u) <= kZeroLength && std::abs(v) <= kZeroLength) return 0.0;
   return std::sqrt(u * u + v * v);
-}
-
-double circleWidth(double radius, double depth) {
-  if (depth > 2.0 * radius - kPipeTolerance || depth < kPipeTolerance) return 0.0;
-  const double aboveCentre = depth - radius;
-  return 2.0 * std::sqrt(radius * radius - aboveCentre * aboveCentre);
 }
 
 bool samePoint(double x1, double y1, double x2, double y2, double tolerance) {

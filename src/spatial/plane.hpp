@@ -16,9 +16,6 @@ double distance(double x1, double y1, double x2, double y2);
 // 0 when neither component exceeds `kZeroLength`: unlike `distance`, the bound itself is zero too.
 double vectorMagnitude(double u, double v);
 
-// Width of the water surface in a pipe filled to `depth`: 0 when it is empty or full.
-double circleWidth(double radius, double depth);
-
 // Whether two points are less than `tolerance` apart along both axes.
 bool samePoint(double x1, double y1, double x2, double y2, double tolerance);
 

@@ -1,9 +1,14 @@
 #include "spatial/section.hpp"
 
+#include <cmath>
+
 #include "spatial/plane.hpp"
 
 namespace nivaro {
 namespace {
+
+// Filled within this of empty or of full, a pipe has no free surface.
+constexpr double kPipeTolerance = 1e-5;
 
 // The water's wedge over a bed that rises from `low` through the water level to `high` within dx.
 WetSection wetWedge(double low, double high, double dx, double level) {
@@ -14,6 +19,12 @@ WetSection wetWedge(double low, double high, double dx, double level) {
 }
 
 }  // namespace
+
+double circleWidth(double radius, double depth) {
+  if (depth > 2.0 * radius - kPipeTolerance || depth < kPipeTolerance) return 0.0;
+  const double aboveCentre = depth - radius;
+  return 2.0 * std::sqrt(radius * radius - aboveCentre * aboveCentre);
+}
 
 WetSection hydParam(double x1, double z1, double x2, double z2, double level, std::int32_t isUsed) {
   if (isUsed <= 0) return {};

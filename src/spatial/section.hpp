@@ -1,9 +1,12 @@
-// Wet geometry of a straight piece of a cross-section's bed under a water level.
+// Wet geometry of cross-sections: of a pipe, and of a straight piece of bed under a water level.
 #pragma once
 
 #include <cstdint>
 
 namespace nivaro {
+
+// Width of the water surface in a pipe filled to `depth`: 0 when it is empty or full.
+double circleWidth(double radius, double depth);
 
 struct WetSection {
   double area = 0.0;

@@ -45,8 +45,4 @@ class ProjectFile {
   std::vector<std::string> outputIds_;
 };
 
-// A text as XML holds it. Bytes that are not UTF-8 are taken for Latin 1; control characters, which
-// XML has no way to hold, become blanks.
-std::string xmlText(std::string_view text);
-
 }  // namespace nivaro::gis

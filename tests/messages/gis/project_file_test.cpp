@@ -1,4 +1,5 @@
 #include "gis_fixture.hpp"
+#include "messages/gis/xml_text.hpp"
 #include "programs.hpp"
 
 namespace nivaro::gis::test {
