@@ -186,17 +186,6 @@ class GisTools(unittest.TestCase):
                     (self.folder / "sand.mif").unlink()
                     (self.folder / "sand.mid").unlink()
 
-    def test_record_without_a_number_ends_the_run(self):
-        self.write_layer("sand", points(random.Random(1)), GRIDS["along the axes"])
-        records = (self.folder / "sand.mid").read_text().splitlines()
-        records[4] = "," + records[4]
-        (self.folder / "sand.mid").write_text("\n".join(records))
-        run = self.run_host(GRIDS["along the axes"], "Read MI Morphology D50 == sand\n",
-                            answers="\n")
-        self.assertEqual(run.returncode, 1)
-        self.assertIn("ERROR - Reading MID file.\nRecord 5 of file \"", run.stdout)
-        self.assertIn("sand.mid", run.stdout)
-
     def test_check_layer_shows_every_cell(self):
         for (name, grid), source in zip(GRIDS.items(), (" ", PLANE, PLANE)):
             with self.subTest(name):

@@ -117,19 +117,5 @@ TEST_F(EntryPoints, DomainWithoutAPlaceInTheWorkArraysEndsTheRun) {
             std::string::npos);
 }
 
-TEST_F(EntryPoints, DatasetPointsMayLieAnywhereInTheField) {
-  t.module.files.initFileUnits(2000);
-  const std::int32_t pointI[] = {5};
-  const std::int32_t pointJ[] = {5};  // two rows behind the range
-  writeDatasetValues(t.module, {.turn = {},
-                                .writeValues = true,
-                                .nx = kN,
-                                .range = {2, 2, 3, 3},
-                                .pointI = pointI,
-                                .pointJ = pointJ,
-                                .realWork = real.data()});
-  EXPECT_EQ(t.console.output, "");  // no dataset is open: nothing is written, nothing fails
-}
-
 }  // namespace
 }  // namespace nivaro

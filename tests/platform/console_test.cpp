@@ -19,19 +19,6 @@ namespace {
 constexpr OpenOptions kReplace{OpenOptions::Form::Formatted, OpenOptions::Status::Replace,
                                OpenOptions::Action::Write};
 
-TEST(StandardConsole, SurvivesAPipeThatNobodyReads) {
-  const auto writeIntoBrokenPipe = [] {
-    int ends[2];
-    if (pipe(ends) != 0) return;
-    dup2(ends[1], STDOUT_FILENO);
-    close(ends[0]);
-    StandardConsole().line("lost");
-    StandardConsole().open("lost too");
-    RealProcess().end(7);
-  };
-  EXPECT_EXIT(writeIntoBrokenPipe(), testing::ExitedWithCode(7), "");
-}
-
 TEST(StandardConsole, LeavesTheHostsOwnBrokenPipesAlone) {
   const auto breakAPipe = [] {
     StandardConsole().line("");
