@@ -89,7 +89,8 @@ class Walk {
     // extent, unless coordinates overflowed when they were turned.
     const double along = std::abs(D::along(b_) - D::along(a_));
     const double across = std::abs(D::across(b_) - D::across(a_));
-    if (!(along / alongSize_ <= kSurelyTooMany) || !(across <= along)) return tooManyCells();
+    if (!(along / std::abs(alongSize_) <= kSurelyTooMany) || !(across <= along))
+      return tooManyCells();
     const std::int32_t alongA = cellIndex(D::along(a_), alongSize_);
     const std::int32_t alongB = cellIndex(D::along(b_), alongSize_);
     const std::int32_t acrossA = cellIndex(D::across(a_), acrossSize_);
