@@ -23,7 +23,7 @@ class Termination {
   // and exit code 1.
   void switchOnPromptAndExitCode();
 
-  // The described end of a failed run: hooks, prompt, exit code. Texts about the cause are the
+  // The end of a failed run: hooks, prompt, exit code. Texts about the cause are the
   // caller's and come before it.
   [[noreturn]] void exits();
 

@@ -10,7 +10,7 @@ namespace nivaro {
 // A time on the system's own scale, to be compared only: larger is later.
 using SaveDate = std::int64_t;
 
-// When the file of this path (of the described kind, see host_path) was last saved; none when there
+// When the file of this path (as hosts write it, see host_path) was last saved; none when there
 // is no such file or the system does not say. Of several files whose names differ in letter case
 // only, the latest.
 std::optional<SaveDate> saveDate(std::string_view path);

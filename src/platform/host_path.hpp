@@ -1,4 +1,4 @@
-// Where a path of the described kind (backslashes or slashes, any letter case) lies on this system.
+// Where a path as hosts write it (backslashes or slashes, any letter case) lies on this system.
 // Each system has a source of its own.
 #pragma once
 
