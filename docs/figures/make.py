@@ -105,6 +105,72 @@ def unset_runs(build, scratch):
         print(f"  {name} without a reference level: the bed changes by {largest:.2f} m in {hours} h")
 
 
+# ---- A pit in a river ----
+
+PIT = """name = "pit"
+[grid]
+columns = {columns}
+rows = 1
+cell_size = {cell}
+[bed]
+level = 0.0
+slope = [-0.0001705, 0.0]
+[[bed.profile]]
+along = "x"
+depths = [[{0}, 0], [{1}, 1.5], [{2}, 1.5], [{3}, 0]]
+[roughness]
+height = 0.05
+[boundary]
+west = {{ discharge = {discharge} }}
+east = {{ level = 1.7937 }}
+[initial]
+depth = 2.0
+discharge = [2.0, 0.0]
+[time]
+duration_h = 240
+morphology_step_s = {step}
+acceleration = 60
+spin_up_s = 7200
+output_every_h = 240
+[morphology]
+control_file = "pit.mcf"
+[profile]
+along = "x"
+"""
+
+
+def pit_run(build, folder, edge, options=None, cell=20, step=900):
+    """Half the height of ripples before a pit of 1.5 m from 400 to 520 m, whose edges are as long as
+    given, and the sand in it, m3 of bed for a metre of width."""
+    folder.mkdir()
+    half = max(edge, 0.01) / 2
+    corners = (400 - half, 400 + half, 520 - half, 520 + half)
+    (folder / "case.toml").write_text(PIT.format(*corners, cell=cell, columns=1200 // cell, step=step,
+                                                 discharge=2 * cell))
+    (folder / "pit.mcf").write_text("".join(
+        f"{key} == {value}\n" for key, value in {**line_host.SAND, **(options or {})}.items()))
+    subprocess.run([build / "morphology_host", folder, "--out", folder / "out"], check=True,
+                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
+    with (folder / "out" / "pit_profile.csv").open() as file:
+        bed = [(float(row["distance_m"]), float(row["bed_change_m"])) for row in csv.DictReader(file)
+               if float(row["time_h"]) == 240]
+    ripple = max(abs(a - 2 * b + c) / 4 for (_, a), (x, b), (_, c) in zip(bed, bed[1:], bed[2:]) if x < 340)
+    return ripple, sum(change for x, change in bed if 400 < x < 520) * cell
+
+
+def print_pits(build, scratch):
+    print("A pit of 1.5 m in 2 m of water at 1 m/s after 10 days")
+    slump, theta, factor = ("Morphology " + name for name in (
+        "Slump Slope", "Time Centreing Factor", "Concentration Factor"))
+    for number, (edge, options, more) in enumerate((
+            (0, {}, {}), (0, {}, dict(step=3600)), (0, {}, dict(step=14400)), (0, {theta: 1}, {}),
+            (0, {factor: 9}, {}), (0, {factor: 27}, {}), (0, {slump: 30}, {}),
+            (0, {}, dict(cell=5, step=60)), (40, {}, {}), (80, {}, {}), (80, {factor: 3}, {}),
+            (80, {}, dict(cell=10, step=240)), (80, {}, dict(cell=5, step=60)))):
+        ripple, sand = pit_run(build, scratch / f"pit{number}", edge, options, **more)
+        print(f"  edges of {edge} m {options or ''} {more or ''}: ripples of {ripple:.3f} m, {sand:.0f} m2 settled")
+
+
 # ---- One line of cells ----
 
 def print_sensitivity():
@@ -247,6 +313,7 @@ def main():
         print("The trench")
         trench_runs(build, scratch)
         unset_runs(build, scratch)
+        print_pits(build, scratch)
         subprocess.run([build / "morphology_host", HERE / "layers", "--out", scratch / "layers"],
                        check=True, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
         check_layer_cells(scratch)
