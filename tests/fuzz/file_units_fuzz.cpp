@@ -114,13 +114,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static const Folder folder;
   const Moment moment;
   const Archive input(data, size);
-  const std::int32_t repeats = 1 + Numbers(input.text("repeat")).upTo(40);
+  // Up to more than what a unit reads at a time.
+  constexpr std::size_t kMostBytes = 140000;
+  const std::int32_t repeats = 1 + Numbers(input.text("repeat")).upTo(40000);
   std::vector<std::string> names;
   for (const Section& section : input.sections()) {
     const bool isFile = section.name != "answers" && section.name != "calls";
     if (!isFile || !isFileName(section.name)) continue;
     std::string content;
-    for (std::int32_t i = 0; i < repeats; ++i) content += section.text;
+    for (std::int32_t i = 0; i < repeats && content.size() < kMostBytes; ++i)
+      content += section.text;
     folder.write(section.name, content);
     names.push_back(section.name);
   }

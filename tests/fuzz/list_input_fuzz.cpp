@@ -73,6 +73,20 @@ void requireRightNumber(std::string_view text) {
   }
 }
 
+// "3*x" is x three times.
+void requireSameRepeated(std::string_view list, std::int32_t count, std::string_view kinds) {
+  const std::string word(list.substr(0, list.find_first_of(" \t\r\n,/*'\"")));
+  std::string repeated = std::to_string(count);
+  repeated += '*';
+  repeated += word;
+  std::string written;
+  for (std::int32_t i = 0; i < count; ++i) written += word + ' ';
+  const std::string_view wanted = kinds.substr(0, static_cast<std::size_t>(count) + 1);
+  if (!word.empty())
+    require(readItems(ListInput(repeated), wanted) == readItems(ListInput(written), wanted),
+            "a repeated item is the item as often");
+}
+
 void requireSoundColumns(double value, int width, int decimals) {
   const std::string field = fixedField(value, width, decimals);
   require(field.size() == static_cast<std::size_t>(std::max(width, 0)), "a field has its width");
@@ -111,7 +125,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view kinds = input.value("kinds").substr(0, 50);
 
   const std::vector<Item> ofText = readItems(ListInput(list), kinds);
-  for (const std::string_view line : linesOf(list)) requireRightNumber(line);
+  for (const std::string_view line : linesOf(list)) {
+    requireRightNumber(line);
+    requireSameRepeated(line, 3, kinds);
+  }
 
   // One record or, from a text, what a record is: the same items.
   folder.write("list", list);
