@@ -42,14 +42,10 @@ void reserveFields(Module& module, const ReservationCall& call, std::int32_t& ne
 
 void readControlFile(Module& module, const ControlFileCall& call) {
   requireFields(module, call.domain);
-  // A domain without morphology has one dummy cell for each field: no layer reaches it.
-  GridDescription grid = call.grid;
-  if (!module.fields.row(call.domain).active)
-    grid.frame.firstBound = grid.frame.secondBound = grid.firstRowBound = grid.secondRowBound = 0;
   module.controlFile.read({.controlFile = call.controlFile,
                            .parameters = module.parameters.ofDomain(call.domain),
                            .fields = module.fields.fields(call.domain, call.work, call.n, call.m),
-                           .grid = grid,
+                           .grid = call.grid,
                            .current = module.parameters.current(),
                            .logUnit = module.logUnit});
   if (call.domain == call.lastDomain) module.workspace.close();

@@ -10,7 +10,6 @@ namespace nivaro {
 namespace {
 
 constexpr int kIndexWidth = 6;
-constexpr std::size_t kGridRefLength = 13;
 
 void appendLine(std::string& text, std::string_view line) {
   text.append(line).append(lineEnd());
@@ -25,11 +24,9 @@ void appendWithoutBlanks(std::string& text, std::int64_t index) {
 
 void appendGridRef(std::string& text, std::int64_t n, std::int64_t m) {
   text += '"';
-  const std::size_t start = text.size();
   appendWithoutBlanks(text, n);
   text += ',';
   appendWithoutBlanks(text, m);
-  if (text.size() - start > kGridRefLength) text.resize(start + kGridRefLength);
   text += '"';
 }
 

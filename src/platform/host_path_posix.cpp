@@ -63,7 +63,7 @@ void keepOnly(Kind kind, std::vector<fs::path>& entries) {
   });
 }
 
-// Once a place is as given, letter case is no question any more.
+// Once the place of something new is as given, letter case is no question any more.
 void preferExact(const fs::path& asGiven, std::vector<fs::path>& places) {
   if (std::find(places.begin(), places.end(), asGiven) != places.end()) places = {asGiven};
 }
@@ -92,7 +92,6 @@ Search search(const fs::path& path, Kind kind) {
     places = std::move(next);
     asGiven /= *name;
   }
-  preferExact(asGiven, places);
   return {std::move(places), true};
 }
 

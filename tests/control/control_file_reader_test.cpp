@@ -136,7 +136,9 @@ TEST_F(ControlFile, PlaceNamesTheFileThatWasAnsweredForAMissingOne) {
 }
 
 TEST_F(ControlFile, UnknownCommandsEndTheRunOnTheScreenOnly) {
-  for (const std::string line : {"Fal Velocity == 0.02", "END IF"}) {
+  for (const std::string line :
+       {"Fal Velocity == 0.02", "END IF",
+        "Sixty columns of a command are looked at, no more, as here:  Slump Slope == 2"}) {
     console.output.clear();
     EXPECT_THROW(readText(line + "\n"), test::ProcessEnded);
     EXPECT_TRUE(shown("\n\n...Unrecognisable command in .mcf file\n\n"));
@@ -201,7 +203,8 @@ TEST_F(ControlFile, NineNestedFilesAreReadAndATenthEndsTheRun) {
   readText("Read File == f1.mcf\n");
   EXPECT_EQ(options().slumpSlope, 9.0);
 
-  folder.write("f9.mcf", "Read File == run.mcf\n");
+  folder.write("f9.mcf", "Read File == f10.mcf\n");
+  folder.write("f10.mcf", "");
   EXPECT_THROW(read("run.mcf"), test::ProcessEnded);
   EXPECT_TRUE(shown("ERROR - Exceeded limit of nested files (ie. of \"Read File\" files).\n"));
 }

@@ -95,6 +95,7 @@ TEST_F(EntryPoints, DomainWithoutMorphologyIsLeftAlone) {
   c.smoothing = true;
   runMorphology(t.module, c);
   EXPECT_EQ(zc[12], 3.0);
+  EXPECT_EQ(integer[0], 1);
 }
 
 TEST_F(EntryPoints, DomainWithoutAPlaceInTheWorkArraysEndsTheRun) {

@@ -231,6 +231,7 @@ TEST_F(CheckLayerTest, HeaderOfAFileIsCopiedUpToItsColumns) {
   EXPECT_EQ(bounds.yMin, -2.0);
   EXPECT_EQ(bounds.xMax, 3.0);
   EXPECT_EQ(bounds.yMax, 4.5);
+  EXPECT_EQ(record->log_unit, module.logUnit) << "the log of the call was for the call";
 }
 
 }  // namespace

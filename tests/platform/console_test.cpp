@@ -37,9 +37,10 @@ TEST(StandardConsole, NeverWritesIntoAFile) {
     close(STDIN_FILENO);
     close(STDOUT_FILENO);
     static UnitTable units;
-    units.open(1, folder.path("file"), kReplace);
+    units.open(1, folder.path("first"), kReplace);
+    units.open(2, folder.path("file"), kReplace);
     StandardConsole().line("for the screen");
-    units.find(1)->writeRecord("for the file");
+    units.find(2)->writeRecord("for the file");
     std::string answer;
     std::exit(StandardConsole().readLine(answer) ? 1 : 7);
   };

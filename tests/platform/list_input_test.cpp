@@ -125,7 +125,7 @@ TEST(ListInput, SeparatesRepeatsAndSkipsItems) {
   const Case cases[] = {
       {"a b,c", {"a", "b", "c"}, Ok},
       {" a , b\t,\tc ", {"a", "b", "c"}, Ok},
-      {"a,,c", {"a", "-", "c"}, Ok},
+      {"a,,,d", {"a", "-", "-", "d"}, Ok},
       {",b", {"-", "b"}, Ok},
       {"a,,", {"a", "-", "-"}, End},  // the end behind a comma is no empty item
       {"a b", {"a", "b", "-"}, End},
