@@ -27,22 +27,10 @@ void fifthRootLanes(const double* x, double* result, int count) {
     store(result + k, fifthRoot(load<Real>(x + k, count - k)), count - k);
 }
 
-// For the tests: both sweeps over lines of a strip along the first index.
-template <class Real>
-void carryBothWays(const StepData& step, const StripArrays& strip, std::ptrdiff_t positions,
-                   const Exchange& forward, const Exchange& reverse) {
-  using LineCarry = Carry<Real>;
-  const LineCarry carry{step, strip.sides, strip.flags, strip.descends, kFirstStripLines};
-  typename LineCarry::Carried carried;
-  carry.carryForward(0, positions, carried, forward);
-  carried = {};
-  carry.carryReverse(0, positions, carried, reverse);
-}
-
 template <class Real>
 constexpr StepKernel kKernelLanes = {
-    startRow<Real>,         isUniform<Real>,      sweepSecondAxis<Real>,  sweepFirstAxis<Real>,
-    limitAndRaiseRow<Real>, slumpRow<Real>,       raiseRowBySlumps<Real>, rebuildRow<Real>,
-    carryBothWays<Real>,    logarithmLanes<Real>, exponentialLanes<Real>, fifthRootLanes<Real>};
+    startRow<Real>,         isUniform<Real>,        sweepSecondAxis<Real>,  sweepFirstAxis<Real>,
+    limitAndRaiseRow<Real>, slumpRow<Real>,         raiseRowBySlumps<Real>, rebuildRow<Real>,
+    logarithmLanes<Real>,   exponentialLanes<Real>, fifthRootLanes<Real>};
 
 }  // namespace nivaro

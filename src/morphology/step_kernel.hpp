@@ -33,9 +33,7 @@ struct StepKernel {
   void (*raiseRowBySlumps)(const StepData& step, std::ptrdiff_t j);
   void (*rebuildRow)(const StepData& step, std::ptrdiff_t j);
 
-  // For the tests: what the sweeps consist of.
-  void (*carry)(const StepData& step, const StripArrays& strip, std::ptrdiff_t positions,
-                const Exchange& forward, const Exchange& reverse);
+  // For the tests: the functions of lanes_math.hpp.
   void (*logarithms)(const double* x, double* result, int count);
   void (*exponentials)(const double* x, double* result, int count);
   void (*fifthRoots)(const double* x, double* result, int count);

@@ -83,25 +83,6 @@ MorphologyParameters sand() {
   return TestDomain(3, 3).parameters;
 }
 
-void expectClose(double found, double expected, const char* what) {
-  EXPECT_NEAR(found, expected, 1e-13 * std::abs(expected)) << what;
-}
-
-// All five bands of Shields' curve: D* of these sizes is from 2.5 to 2500.
-TEST(TransportLanes, GrainTerms) {
-  const MorphologyParameters p = sand();
-  const CapacityTerms terms = capacityTerms(p);
-  for (const double d50 : {0.0001, 0.0003, 0.0006, 0.003, 0.1}) {
-    const GrainTerms plain = grainTerms(d50, p);
-    const GrainLanes<Real2> lanes = grainLanes(all<Real2>(d50), all<Real2>(2.0 * d50), terms);
-    const double e = std::log10(std::exp(1.0));
-    expectClose(lanes.stage[0],
-                0.03 * 1000.0 / (e * e) / (1650.0 * 9.81 * d50) / plain.criticalShields, "stage");
-    expectClose(lanes.suspended[1], 0.015 * d50 / 0.05 / plain.sizeFactor, "suspended");
-    expectClose(lanes.logGrain[0], std::log(4.0 / (2.0 * d50)), "logarithm");
-  }
-}
-
 // Where the lanes call a side ordinary they agree with the plain function: depths and speeds beyond all
 // guards and caps.
 TEST(TransportLanes, OrdinarySidesAsThePlainFunction) {
