@@ -84,7 +84,7 @@ TEST(Polygon, LeftBoundaryIsInsideRightBoundaryOutside) {
   EXPECT_TRUE(inside(0, 2));  // corners
   EXPECT_FALSE(inside(4, 2));
   EXPECT_FALSE(inside(2, 4));  // where the boundary turns back it is met twice
-  EXPECT_TRUE(inside(1, 1));  // sides
+  EXPECT_TRUE(inside(1, 1));   // sides
   EXPECT_FALSE(inside(3, 1));
 }
 
