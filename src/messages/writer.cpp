@@ -191,9 +191,10 @@ void MessageWriter::place(const MessageLevel& level, double x, double y) {
 void MessageWriter::print(std::int32_t blankLines) {
   const bool toScreen = blankLines >= 0;
   const bool toLogFile = blankLines >= -1;
+  // The log comes first, so that it has all that was seen on the screen, even of a host that is killed.
   const auto both = [&](std::string_view line) {
-    if (toScreen) console_.line(trimmed(line));
     if (toLogFile) toLog(trimmed(line));
+    if (toScreen) console_.line(trimmed(line));
   };
 
   for (std::int32_t i = 0; i < blankLines; ++i) both("");
@@ -208,8 +209,8 @@ void MessageWriter::print(std::int32_t blankLines) {
     for (const std::string& more :
          {fieldText(record_.line2), fieldText(record_.line3), fieldText(record_.line4)})
       if (!more.empty()) first += "  " + more;
-    if (toScreen) console_.line(trimmed(first));
     if (toLogFile) toLog(trimmed(link.empty() ? first : first + "  " + link));
+    if (toScreen) console_.line(trimmed(first));
     return;
   }
 

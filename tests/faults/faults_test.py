@@ -58,7 +58,11 @@ class Run:
         environment = os.environ | {"FAULT_" + name.upper(): str(value)
                                     for name, value in faults.items()}
         if faults:
-            environment["LD_PRELOAD"] = SHIM
+            # The loader takes a blank in a path for its end.
+            shim = folder / "fault_shim.so"
+            if not shim.is_symlink():
+                shim.symlink_to(os.path.abspath(SHIM))
+            environment["LD_PRELOAD"] = "./" + shim.name
         command = [host, *arguments[:1], self.prefix, *arguments[1:]]
         answers = {"stdin": standard_input}
         if isinstance(standard_input, bytes):
