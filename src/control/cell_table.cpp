@@ -18,17 +18,21 @@ bool readPlainRow(std::string_view text, CellRow& row) {
   return at != nullptr && std::isfinite(row.value);
 }
 
+// The spellings that are not so ordinary. An empty item leaves its variable as it is.
+bool readListRow(std::string_view text, std::int32_t empty, CellRow& row) {
+  row = {.first = empty, .second = empty, .value = std::numeric_limits<double>::quiet_NaN()};
+  ListInput items(text);
+  return items.readAll(row.first, row.second, row.value) == ReadStatus::Ok && row.first != empty &&
+         row.second != empty && std::isfinite(row.value);
+}
+
 }  // namespace
 
 bool readCellRow(std::string_view text, CellRow& row) {
-  if (readPlainRow(text, row)) return true;
-
-  // The spellings that are not so ordinary. An empty item leaves its variable as it is.
-  constexpr std::int32_t kEmpty = std::numeric_limits<std::int32_t>::min();
-  row = {.first = kEmpty, .second = kEmpty, .value = std::numeric_limits<double>::quiet_NaN()};
-  ListInput items(text);
-  return items.readAll(row.first, row.second, row.value) == ReadStatus::Ok && row.first != kEmpty &&
-         row.second != kEmpty && std::isfinite(row.value);
+  // The lowest number might be an index as it stands.
+  using Limits = std::numeric_limits<std::int32_t>;
+  return readPlainRow(text, row) || readListRow(text, Limits::min(), row) ||
+         readListRow(text, Limits::max(), row);
 }
 
 }  // namespace nivaro
