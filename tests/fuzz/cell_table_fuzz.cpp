@@ -1,6 +1,5 @@
 // A table of cells through to the cells, and its rows by both ways of reading them. Sections: "grid",
 // "command" (integer field), "table".
-#include <bit>
 #include <cmath>
 #include <limits>
 
@@ -11,10 +10,6 @@
 
 namespace nivaro::fuzz {
 namespace {
-
-bool sameBits(double a, double b) {
-  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
-}
 
 // The fast ways of reading give what the general one gives.
 void requireSameByListInput(std::string_view line) {
@@ -48,14 +43,8 @@ bool mayBeSet(std::int32_t element, std::int32_t bound) {
 }
 
 }  // namespace
-}  // namespace nivaro::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using namespace nivaro;
-  using namespace nivaro::fuzz;
-  static const Folder folder;
-  const Moment moment;
-  const Archive input(data, size);
+void tryInput(const Archive& input, const Folder& folder) {
   const std::string_view table = input.text("table");
   for (const std::string_view line : linesOf(table)) requireSameByListInput(line);
 
@@ -84,5 +73,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   requireUntouchedElsewhere(fields.d50, GridInput::kUntouched, inBounds);
   requireUntouchedElsewhere(fields.bedCode, -7, inBounds);
   for (const double value : fields.d50.cells()) require(std::isfinite(value), "values are finite");
-  return 0;
 }
+
+}  // namespace nivaro::fuzz

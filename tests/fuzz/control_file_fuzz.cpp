@@ -18,13 +18,6 @@ void readSettings(FuzzModule& run, std::string_view text) {
   if (numbers.flag()) gis.hostProjection = "COORDSYSEARTHPROJECTION8,33";
 }
 
-void addVariables(Module& module, std::string_view text) {
-  for (const std::string_view line : linesOf(text)) {
-    const std::size_t blank = std::min(line.find(' '), line.size());
-    module.variables.add(line.substr(0, blank), line.substr(std::min(blank + 1, line.size())));
-  }
-}
-
 void writeFiles(const Folder& folder, const Archive& input) {
   for (const Section& section : input.sections())
     if (isFileName(section.name)) folder.write(section.name, confined(section.text));
@@ -38,15 +31,9 @@ void requireStepFieldsUntouched(const SedimentFields& fields) {
 }
 
 }  // namespace
-}  // namespace nivaro::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using namespace nivaro;
-  using namespace nivaro::fuzz;
-  static const Folder folder;
-  const Moment moment;
-  const Archive input(data, size);
-  if (input.text("run.mcf").empty()) return 0;
+void tryInput(const Archive& input, const Folder& folder) {
+  if (input.text("run.mcf").empty()) return;
 
   FuzzModule run;
   Module& module = run.module;
@@ -74,6 +61,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (wasRead)
     for (std::int32_t unit = kUnitBehindLog; unit < kUnitBehindLog + 12; ++unit)
       require(module.units.find(unit) == nullptr, "every file that was opened is closed");
-  folder.clear();
-  return 0;
 }
+
+}  // namespace nivaro::fuzz

@@ -107,13 +107,8 @@ void requireSameBothWays(const Folder& folder, const std::string& name) {
 }
 
 }  // namespace
-}  // namespace nivaro::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using namespace nivaro::fuzz;
-  static const Folder folder;
-  const Moment moment;
-  const Archive input(data, size);
+void tryInput(const Archive& input, const Folder& folder) {
   // Up to more than what a unit reads at a time.
   constexpr std::size_t kMostBytes = 140000;
   const std::int32_t repeats = 1 + Numbers(input.text("repeat")).upTo(40000);
@@ -138,6 +133,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const std::string_view line : linesOf(safe)) calls.call(line);
     run.module.termination.exits();
   });
-  folder.clear();
-  return 0;
 }
+
+}  // namespace nivaro::fuzz

@@ -4,11 +4,11 @@
 // the next such line. Sections become numbers, answers or files, as the target says.
 #pragma once
 
+#include <bit>
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -27,17 +27,10 @@ inline void require(bool kept, const char* promise) {
   std::abort();
 }
 
-// For the time of an input: none takes longer than a moment of the processor, however busy it is.
-class Moment {
- public:
-  Moment() : start_(std::clock()) {}
-  ~Moment() { require(std::clock() - start_ < 5 * CLOCKS_PER_SEC, "an input takes a moment"); }
-  Moment(const Moment&) = delete;
-  Moment& operator=(const Moment&) = delete;
-
- private:
-  std::clock_t start_;
-};
+// Bit for bit: a value may be no number.
+inline bool sameBits(double a, double b) {
+  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
 
 struct Section {
   std::string name;
@@ -46,8 +39,7 @@ struct Section {
 
 class Archive {
  public:
-  Archive(const std::uint8_t* data, std::size_t size) {
-    std::string_view rest(reinterpret_cast<const char*>(data), size);
+  explicit Archive(std::string_view rest) {
     while (!rest.empty()) {
       const std::size_t end = std::min(rest.find('\n'), rest.size() - 1) + 1;
       const std::string_view line = rest.substr(0, end);
@@ -137,28 +129,15 @@ inline bool isFileName(std::string_view name) {
 
 // The one folder of the process, which works in it: relative names lie there too. Empty again for
 // each input.
-class Folder {
+class Folder : public test::TempFolder {
  public:
-  Folder() { std::filesystem::current_path(folder_.path("")); }
-  std::string path(std::string_view name) const { return folder_.path(name); }
-  std::string bytes(std::string_view name) const { return folder_.bytes(name); }
-
-  std::string write(std::string_view name, std::string_view content) const {
-    std::FILE* file = std::fopen(path(name).c_str(), "wb");
-    if (file == nullptr) return path(name);
-    std::fwrite(content.data(), 1, content.size(), file);
-    std::fclose(file);
-    return path(name);
-  }
+  Folder() { std::filesystem::current_path(path("")); }
 
   void clear() const {
     std::error_code ignored;
-    for (const auto& entry : std::filesystem::directory_iterator(folder_.path("")))
+    for (const auto& entry : std::filesystem::directory_iterator(path("")))
       std::filesystem::remove_all(entry.path(), ignored);
   }
-
- private:
-  test::TempFolder folder_;
 };
 
 // A whole module whose console answers from a list and whose end can be caught.
@@ -178,5 +157,16 @@ template <typename Action>
 bool completes(Action action) {
   return test::exitCodeOf(action) == -1;
 }
+
+// A name and a value on each line.
+inline void addVariables(Module& module, std::string_view text) {
+  for (const std::string_view line : linesOf(text)) {
+    const std::size_t blank = std::min(line.find(' '), line.size());
+    module.variables.add(line.substr(0, blank), line.substr(std::min(blank + 1, line.size())));
+  }
+}
+
+// What a target does with an input; what it writes is removed afterwards.
+void tryInput(const Archive& input, const Folder& folder);
 
 }  // namespace nivaro::fuzz

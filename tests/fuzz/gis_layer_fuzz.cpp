@@ -2,6 +2,7 @@
 // "layer" (shape, style, what is opened), "columns" (name, type, width, decimals on each line),
 // "object" as often as wanted: a line of kind and first vertices, a line of coordinates, a line of
 // attributes, a line that is the label.
+#include <bit>
 #include <cmath>
 #include <cstring>
 
@@ -66,6 +67,15 @@ bool hasVertices(const MifReader& reader, Part part) {
   return true;
 }
 
+// The vertices that a section of an object was written with; what is no line gives as many as were read.
+Part sectionOf(const Object& object, std::size_t section, std::size_t read) {
+  const Part all(object.vertices);
+  if (object.kind == ObjectKind::Multipoint) return all.subspan(section, 1);
+  if (object.kind == ObjectKind::MultiplePolyline) return partsOf(object)[section];
+  if (object.kind == ObjectKind::Region) return partsOf(object).front();
+  return object.kind == ObjectKind::Polyline ? all : all.first(read);
+}
+
 // The MIF/MID pair has each object that was written, in order, by the module's own reader.
 void requireReadable(const std::vector<Written>& written) {
   FuzzModule run;
@@ -81,59 +91,35 @@ void requireReadable(const std::vector<Written>& written) {
       require(reader.objectsLeft(mif, mid), "no object is missing");
       const MifObject* found = reader.nextObject(mif, mid);
       require(reader.value() == static_cast<double>(i + 1), "records belong to their objects");
-      if (found == nullptr) {
-        require(!isDrawable(object) || object.kind == ObjectKind::Text, "geometry is not ignored");
-        // What is not used is passed over up to the next object.
-        continue;
-      }
-      const std::vector<Part> parts = partsOf(object);
-      for (std::int32_t section = 0; section < found->sections; ++section) {
-        if (!reader.readSection(mif)) continue;
-        const auto at = static_cast<std::size_t>(section);
-        if (object.kind == ObjectKind::Multipoint)
-          require(hasVertices(reader, Part(object.vertices).subspan(at, 1)),
-                  "points are those written");
-        else if (object.kind == ObjectKind::MultiplePolyline)
-          require(hasVertices(reader, parts[at]), "parts are those written");
-        else if (object.kind == ObjectKind::Region)
-          require(hasVertices(reader, parts[0]), "regions are those written");
-        else
-          require(hasVertices(reader, object.kind == ObjectKind::Polyline
-                                          ? Part(object.vertices)
-                                          : Part(object.vertices).first(reader.x().size())),
+      // What is not used is passed over up to the next object.
+      require(found != nullptr || !isDrawable(object) || object.kind == ObjectKind::Text,
+              "geometry is not ignored");
+      for (std::int32_t section = 0; found != nullptr && section < found->sections; ++section)
+        if (reader.readSection(mif))
+          require(hasVertices(reader, sectionOf(object, static_cast<std::size_t>(section),
+                                                reader.x().size())),
                   "vertices are those written");
-      }
     }
   });
   require(wasRead, "the module reads what it writes");
 }
 
-class Bytes {
- public:
-  explicit Bytes(std::string bytes) : bytes_(std::move(bytes)) {}
-  std::size_t size() const { return bytes_.size(); }
-  std::int32_t big(std::size_t at) const { return whole(at, {3, 2, 1, 0}); }
-  std::int32_t little(std::size_t at) const { return whole(at, {0, 1, 2, 3}); }
-  std::size_t little16(std::size_t at) const { return byte(at) + 256u * byte(at + 1); }
-  double real(std::size_t at) const {
-    require(at + 8 <= size(), "nothing is cut off");
-    double value = 0.0;
-    std::memcpy(&value, bytes_.data() + at, sizeof value);
-    return value;
-  }
-  char at(std::size_t index) const { return static_cast<char>(byte(index)); }
+struct Bytes {
+  std::string all;
 
- private:
-  unsigned byte(std::size_t at) const {
-    require(at < size(), "nothing is cut off");
-    return static_cast<unsigned char>(bytes_[at]);
+  std::size_t size() const { return all.size(); }
+  template <typename Number>
+  Number number(std::size_t at, ByteOrder order = ByteOrder::Little) const {
+    require(at + sizeof(Number) <= size(), "nothing is cut off");
+    Number value;
+    std::memcpy(&value, all.data() + at, sizeof value);
+    return std::bit_cast<Number>(encoded(value, order));
   }
-  std::int32_t whole(std::size_t at, const std::size_t (&order)[4]) const {
-    std::uint32_t value = 0;
-    for (std::size_t i = 0; i < 4; ++i) value |= byte(at + order[i]) << (8 * i);
-    return static_cast<std::int32_t>(value);
-  }
-  std::string bytes_;
+  std::int32_t big(std::size_t at) const { return number<std::int32_t>(at, ByteOrder::Big); }
+  std::int32_t little(std::size_t at) const { return number<std::int32_t>(at); }
+  std::size_t little16(std::size_t at) const { return number<std::uint16_t>(at); }
+  double real(std::size_t at) const { return number<double>(at); }
+  std::uint8_t byte(std::size_t at) const { return number<std::uint8_t>(at); }
 };
 
 void requireSoundShape(const Bytes& shp, std::size_t at, std::int32_t words) {
@@ -162,9 +148,9 @@ void requireSoundShape(const Bytes& shp, std::size_t at, std::int32_t words) {
 
 void requireSoundShapes(const Folder& folder, const std::string& name) {
   if (!std::filesystem::exists(folder.path(name + ".dbf"))) return;
-  const Bytes shp(folder.bytes(name + ".shp"));
-  const Bytes shx(folder.bytes(name + ".shx"));
-  const Bytes dbf(folder.bytes(name + ".dbf"));
+  const Bytes shp{folder.bytes(name + ".shp")};
+  const Bytes shx{folder.bytes(name + ".shx")};
+  const Bytes dbf{folder.bytes(name + ".dbf")};
   require(shp.size() == 2 * static_cast<std::size_t>(shp.big(24)) &&
               shx.size() == 2 * static_cast<std::size_t>(shx.big(24)),
           "files have their stated length");
@@ -182,23 +168,16 @@ void requireSoundShapes(const Folder& folder, const std::string& name) {
 
   require(static_cast<std::size_t>(dbf.little(4)) == records, "a table record for each shape");
   const std::size_t end = dbf.little16(8) + records * dbf.little16(10);
-  require(dbf.size() == end + 1 && dbf.at(end) == '\x1A', "the table has its stated length");
+  require(dbf.size() == end + 1 && dbf.byte(end) == 0x1A, "the table has its stated length");
   std::size_t length = 1;
   for (std::size_t field = 32; field + 32 < dbf.little16(8); field += 32)
-    length += static_cast<unsigned char>(dbf.at(field + 16));
+    length += dbf.byte(field + 16);
   require(length == dbf.little16(10), "fields make up the record");
 }
 
 }  // namespace
-}  // namespace nivaro::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using namespace nivaro;
-  using namespace nivaro::fuzz;
-  static const Folder folder;
-  const Moment moment;
-  const Archive input(data, size);
-
+void tryInput(const Archive& input, const Folder& folder) {
   FuzzModule run;
   LayerTable& layers = run.module.gisLayers;
   run.module.files.initFileUnits(2000);
@@ -206,9 +185,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   LayerSettings settings;
   settings.name = "layer";
   settings.format = numbers.flag() ? LayerFormat::Shape : LayerFormat::Mif;
-  settings.points = !numbers.flag();
-  settings.lines = !numbers.flag();
-  settings.regions = !numbers.flag();
+  for (bool* opened : {&settings.points, &settings.lines, &settings.regions})
+    *opened = !numbers.flag();
   settings.projection = numbers.flag() ? "GEOGCS[]" : "";
   const bool hasStyle = numbers.flag();
   const bool hasProject = numbers.flag();
@@ -232,6 +210,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (isWhole && settings.format == LayerFormat::Mif) requireReadable(written);
   for (const char* suffix : {"_P", "_L", "_R"})
     requireSoundShapes(folder, std::string("layer") + suffix);
-  folder.clear();
-  return 0;
 }
+
+}  // namespace nivaro::fuzz

@@ -1,8 +1,6 @@
 // List-directed input from a text and from a file, and numbers written in columns. Sections: "kinds"
 // (letters: i integer, r real, others text), "list", "numbers" (of which columns are made).
-#include <bit>
 #include <cmath>
-#include <optional>
 
 #include "fuzz/fuzz_input.hpp"
 #include "platform/field_writer.hpp"
@@ -23,7 +21,7 @@ struct Item {
 
   bool operator==(const Item& other) const {
     return status == other.status && integer == other.integer && text == other.text &&
-           std::bit_cast<std::uint64_t>(real) == std::bit_cast<std::uint64_t>(other.real);
+           sameBits(real, other.real);
   }
 };
 
@@ -113,14 +111,8 @@ void requireSoundIntegers(std::int64_t value, int width) {
 }
 
 }  // namespace
-}  // namespace nivaro::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using namespace nivaro;
-  using namespace nivaro::fuzz;
-  static const Folder folder;
-  const Moment moment;
-  const Archive input(data, size);
+void tryInput(const Archive& input, const Folder& folder) {
   const std::string_view list = input.value("list");
   const std::string_view kinds = input.value("kinds").substr(0, 50);
 
@@ -146,5 +138,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const std::string& text : {areal(value), areal8(value), areald(value, numbers.integer()),
                                   arealdPrec0(value, numbers.integer(), numbers.integer())})
     require(text.size() <= 20 && !text.starts_with(' '), "a number text is short");
-  return 0;
 }
+
+}  // namespace nivaro::fuzz

@@ -88,14 +88,8 @@ void requireSoundLayer(const Folder& folder, const std::string& name) {
 }
 
 }  // namespace
-}  // namespace nivaro::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using namespace nivaro;
-  using namespace nivaro::fuzz;
-  static const Folder folder;
-  const Moment moment;
-  const Archive input(data, size);
+void tryInput(const Archive& input, const Folder& folder) {
   {
     FuzzModule run;
     setUp(run, input.text("setup"));
@@ -118,6 +112,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   requireSoundLayer(folder, "run_messages");
   requireSoundLayer(folder, "run_messages_check");
-  folder.clear();
-  return 0;
 }
+
+}  // namespace nivaro::fuzz

@@ -43,56 +43,40 @@ void requireTidy(std::string_view path) {
   require(cleanPath(again) == cleaned, "a clean path is clean");
 }
 
-void callExports(std::string_view path, std::string_view file, std::size_t resultLength) {
-  using Export = void (*)(char*, nivaro_length, const char*, nivaro_length);
-  using Core = std::string (*)(std::string_view);
-  constexpr std::pair<Export, Core> kRoutines[] = {
-      {FILEEXT, fileExt},
-      {FILEEXTKC, fileExtKc},
-      {FILE___EXT, fileTail},
-      {FILENAME, fileName},
-      {FILENAMEEXT, fileNameExt},
-      {FILENAMENO_, fileNameNoTail},
-      {FILENAMEPATH, fileNamePath},
-      {FILENAMEPATHNO_, fileNamePathNoTail},
-      {FILEFOLDERPATH, fileFolderPath},
-      {DOSPATH, dosPath},
-      {CORRECTSLASH, correctSlash},
-      {REMOVEDOTDOT, removeDotDot},
-  };
-  const Buffer argument(path);
+void callExports(std::string_view path, std::string_view file, std::size_t length) {
+  requireResults({{FILEEXT, fileExt},
+                  {FILEEXTKC, fileExtKc},
+                  {FILE___EXT, fileTail},
+                  {FILENAME, fileName},
+                  {FILENAMEEXT, fileNameExt},
+                  {FILENAMENO_, fileNameNoTail},
+                  {FILENAMEPATH, fileNamePath},
+                  {FILENAMEPATHNO_, fileNamePathNoTail},
+                  {FILEFOLDERPATH, fileFolderPath},
+                  {DOSPATH, dosPath},
+                  {CORRECTSLASH, correctSlash},
+                  {REMOVEDOTDOT, removeDotDot}},
+                 path, length);
+  const Buffer whole(path);
   const Buffer second(file);
-  const Buffer result(resultLength);
-  for (const auto& [exported, core] : kRoutines) {
-    exported(result.data(), result.length(), argument.data(), argument.length());
-    requireResult(result, core(path));
-    const Buffer inPlace(path);
-    exported(inPlace.data(), inPlace.length(), inPlace.data(), inPlace.length());
-    requireResult(inPlace, core(path));
-  }
-  ADDFOLDER(result.data(), result.length(), argument.data(), second.data(), argument.length(),
-            second.length());
-  requireResult(result, addFolder(path, file));
+  requireResult(length, addFolder(path, file), ADDFOLDER, whole, second);
 
   const Buffer cleaned(path);
-  CLEANPATH(result.data(), result.length(), cleaned.data(), cleaned.length());
-  requireResult(result, trimmed(cleaned.text()));
-  CHANGEDRIVE(argument.data(), second.data(), argument.length(), second.length());
-  require(path.size() < 2 || argument.text().substr(1) == path.substr(1),
+  const std::string result = resultOf(length, CLEANPATH, cleaned);
+  requireHolds(result, trimmed(cleaned.text()));
+  call(CHANGEDRIVE, whole, second);
+  require(path.size() < 2 || whole.text().substr(1) == path.substr(1),
           "nothing but the drive changes");
 }
 
 }  // namespace
-}  // namespace nivaro::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using namespace nivaro::fuzz;
-  const Moment moment;
-  const Archive input(data, size);
+void tryInput(const Archive& input, const Folder&) {
   const std::string_view path = input.value("path");
   requireParts(path);
   requireTidy(path);
   callExports(path, input.value("file"),
               static_cast<std::size_t>(Numbers(input.text("length")).upTo(2000)));
-  return 0;
 }
+
+}  // namespace nivaro::fuzz

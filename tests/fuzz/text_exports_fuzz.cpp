@@ -28,210 +28,147 @@ struct Texts {
   std::size_t resultLength;
 };
 
-bool same(double a, double b) {
-  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
-}
-
 void transformTexts(const Texts& texts) {
-  using Export = void (*)(char*, nivaro_length, const char*, nivaro_length);
-  using Core = std::string (*)(std::string_view);
-  constexpr std::pair<Export, Core> kRoutines[] = {
-      {TRIMF, trimF},
-      {UPPERCASE, upperCase},
-      {LOWERCASE, lowerCase},
-      {DOUBLEQUOTE, doubleQuote},
-      {SPACETOUNDERSCORE, spaceToUnderscore},
-      {CLEANATTRIBUTENAME, cleanAttributeName},
-      {SS256, ss256},
-      {REMOVEQUOTES, removeQuotes},
-      {REMOVESPACES, removeSpaces},
-  };
-  const Buffer a(texts.a);
-  const Buffer result(texts.resultLength);
-  for (const auto& [exported, core] : kRoutines) {
-    exported(result.data(), result.length(), a.data(), a.length());
-    requireResult(result, core(texts.a));
+  requireResults({{TRIMF, trimF},
+                  {UPPERCASE, upperCase},
+                  {LOWERCASE, lowerCase},
+                  {DOUBLEQUOTE, doubleQuote},
+                  {SPACETOUNDERSCORE, spaceToUnderscore},
+                  {CLEANATTRIBUTENAME, cleanAttributeName},
+                  {SS256, ss256},
+                  {REMOVEQUOTES, removeQuotes},
+                  {REMOVESPACES, removeSpaces}},
+                 texts.a, texts.resultLength);
 
-    // The result may lie in the argument.
-    const Buffer inPlace(texts.a);
-    exported(inPlace.data(), inPlace.length(), inPlace.data(), inPlace.length());
-    requireResult(inPlace, core(texts.a));
-  }
-
-  const Buffer b(texts.b);
-  const Buffer c(texts.c);
-  ALPHANUMERICONLY(result.data(), result.length(), a.data(), b.data(), a.length(), b.length());
-  for (const char shown : trimmed(result.text()))
-    require(isLetter(shown) || isDigit(shown) || shown == texts.b.substr(0, 1).front(),
+  const Buffer a(texts.a), b(texts.b), c(texts.c);
+  const char replacement = texts.b.empty() ? '\0' : texts.b.front();
+  const std::string plain = alphanumericOnly(texts.a, replacement);
+  requireResult(texts.resultLength, plain, ALPHANUMERICONLY, a, b);
+  for (const char shown : trimmed(plain))
+    require(isLetter(shown) || isDigit(shown) || shown == replacement,
             "nothing but letters, digits and the replacement");
-  REPLACE(result.data(), result.length(), a.data(), b.data(), c.data(), a.length(), b.length(),
-          c.length());
-  requireResult(result, replace(texts.a, texts.b, texts.c));
-  REPLACEALL(result.data(), result.length(), a.data(), b.data(), c.data(), a.length(), b.length(),
-             c.length());
-  requireResult(result, replaceAll(texts.a, texts.b, texts.c));
+  requireResult(texts.resultLength, replace(texts.a, texts.b, texts.c), REPLACE, a, b, c);
+  requireResult(texts.resultLength, replaceAll(texts.a, texts.b, texts.c), REPLACEALL, a, b, c);
   require(a.text() == texts.a && b.text() == texts.b && c.text() == texts.c,
           "arguments that are read stay as they are");
 }
 
 void changeTexts(const Texts& texts) {
   const Buffer blankTest(texts.a);
-  BLANK(blankTest.data(), blankTest.length());
+  call(BLANK, blankTest);
   require(blankTest.text().find('\t') == std::string_view::npos, "no tab is left");
 
   const Buffer cut(texts.a);
-  const std::int32_t length = LENSL(cut.data(), cut.length());
+  const std::int32_t length = call(LENSL, cut);
   require(length >= 0 && length <= cut.length(), "a length is at most that of its text");
 
   const Buffer digits(texts.a);
-  const bool isNumber = POSITIVEINTEGERNUMBER(digits.data(), digits.length()) != 0;
+  const bool isNumber = call(POSITIVEINTEGERNUMBER, digits) != 0;
   std::int32_t number = -1;
-  if (isNumber && CHECKINT4(digits.data(), &number, digits.length()) != 0)
+  if (isNumber && call(CHECKINT4, digits, number) != 0)
     require(number >= 0, "a row of digits is a positive integer");
   const Buffer line(texts.a);
-  NUMBERLINE(line.data(), line.length());
+  call(NUMBERLINE, line);
   require(trimmed(line.text()) == stripped(texts.a), "leading blanks are taken off");
 }
 
 void compareTexts(const Texts& texts) {
-  const Buffer a(texts.a);
-  const Buffer b(texts.b);
-  const Buffer rest(texts.resultLength);
-  const bool exists = FLAGEXISTS(a.data(), b.data(), a.length(), b.length()) != 0;
-  require((FLAGEXISTSRET(a.data(), b.data(), rest.data(), a.length(), b.length(), rest.length()) !=
-           0) == exists,
-          "a flag that exists is found");
+  const Buffer a(texts.a), b(texts.b), rest(texts.resultLength);
+  require(call(FLAGEXISTSRET, a, b, rest) == call(FLAGEXISTS, a, b), "a flag that exists is found");
   std::string_view behind;
   flagExistsRet(texts.a, texts.b, behind);
-  requireResult(rest, behind);
+  requireHolds(rest.text(), behind);
 
-  const bool isSame = ASAME(a.data(), b.data(), a.length(), b.length()) != 0;
-  require(isSame == (ASAME(b.data(), a.data(), b.length(), a.length()) != 0), "same both ways");
-  if (ASAMECS(a.data(), b.data(), a.length(), b.length()) != 0)
-    require(isSame, "the same with letter case is the same without");
-  READGIS(a.data(), b.data(), a.length(), b.length());
-  WRITEGIS(a.data(), b.data(), a.length(), b.length());
-  READROWCOL(a.data(), b.data(), a.length(), b.length());
-  READGISANY(a.data(), a.length());
-  READROWCOLANY(a.data(), a.length());
+  const bool isSame = call(ASAME, a, b) != 0;
+  require(isSame == (call(ASAME, b, a) != 0), "same both ways");
+  require(isSame || call(ASAMECS, a, b) == 0, "the same with letter case is the same without");
+  for (const auto routine : {READGIS, WRITEGIS, READROWCOL}) call(routine, a, b);
+  for (const auto routine : {READGISANY, READROWCOLANY}) call(routine, a);
 }
 
 void takeValues(const Texts& texts, Numbers& numbers) {
-  const Buffer line(texts.a);
-  const Buffer lowered(lowerCase(texts.a));
-  const Buffer key(texts.b);
-  const Buffer result(texts.resultLength);
+  const Buffer line(texts.a), lowered(lowerCase(texts.a)), key(texts.b);
   const std::int32_t column = numbers.integer();
   const std::int32_t integer = numbers.integer();
   const double real = numbers.real();
 
   if (const auto core = extractInteger(texts.a, lowered.text(), texts.b, column, integer))
-    require(EXTRACTINTEGER(line.data(), lowered.data(), key.data(), &column, &integer,
-                           line.length(), lowered.length(), key.length()) == core.value(),
+    require(call(EXTRACTINTEGER, line, lowered, key, column, integer) == core.value(),
             "an integer is the one in the list");
   if (const auto core = extractReal(texts.a, lowered.text(), texts.b, column, real))
-    require(same(EXTRACTREAL(line.data(), lowered.data(), key.data(), &column, &real, line.length(),
-                             lowered.length(), key.length()),
-                 core.value()),
+    require(sameBits(call(EXTRACTREAL, line, lowered, key, column, real), core.value()),
             "a real is the one in the list");
-  if (const auto core = extractString(texts.a, lowered.text(), texts.b, column)) {
-    EXTRACTSTRING(result.data(), result.length(), line.data(), lowered.data(), key.data(), &column,
-                  line.length(), lowered.length(), key.length());
-    requireResult(result, core.value());
-  }
-  if (const auto core = extractStringRem(texts.a, lowered.text(), texts.b, column)) {
-    EXTRACTSTRINGREM(result.data(), result.length(), line.data(), lowered.data(), key.data(),
-                     &column, line.length(), lowered.length(), key.length());
-    requireResult(result, core.value());
-  }
+  if (const auto core = extractString(texts.a, lowered.text(), texts.b, column))
+    requireResult(texts.resultLength, core.value(), EXTRACTSTRING, line, lowered, key, column);
+  if (const auto core = extractStringRem(texts.a, lowered.text(), texts.b, column))
+    requireResult(texts.resultLength, core.value(), EXTRACTSTRINGREM, line, lowered, key, column);
 
   double csv = -5.0;
   std::int32_t found = -5;
-  if (CSVCOLUMN(line.data(), key.data(), &found, line.length(), key.length()) != 0)
+  if (call(CSVCOLUMN, line, key, found) != 0)
     require(found >= 1 && found <= 1 + std::count(texts.a.begin(), texts.a.end(), ','),
             "a column lies in its header");
-  CSVVALUE(line.data(), &column, &csv, line.length());
+  call(CSVVALUE, line, column, csv);
   double checked = -5.0;
-  if (CHECKREAL(line.data(), &checked, line.length()) == 0)
-    require(checked == -5.0, "no real, no value");
+  if (call(CHECKREAL, line, checked) == 0) require(checked == -5.0, "no real, no value");
 }
 
 void count(const Texts& texts, Numbers& numbers) {
-  const Buffer changed(texts.a);
-  const Buffer separator(texts.b);
-  const Buffer result(texts.resultLength);
-  const std::int32_t pieces =
-      NUMBEROFSUBSTRINGS(changed.data(), separator.data(), changed.length(), separator.length());
+  const Buffer changed(texts.a), separator(texts.b);
+  const std::int32_t pieces = call(NUMBEROFSUBSTRINGS, changed, separator);
   require(pieces >= 0 && pieces <= changed.length() + 1, "no more pieces than characters");
   const std::int32_t index = numbers.integer();
-  SUBSTRING(result.data(), result.length(), changed.data(), separator.data(), &index,
-            changed.length(), separator.length());
-  requireResult(result, substring(changed.text(), texts.b, index));
+  const std::string piece = resultOf(texts.resultLength, SUBSTRING, changed, separator, index);
+  requireHolds(piece, substring(changed.text(), texts.b, index));
   if (index > pieces && pieces > 0)
-    require(trimmed(result.text()).empty(), "there is no piece behind the last");
+    require(trimmed(piece).empty(), "there is no piece behind the last");
 
   const Buffer a(texts.a);
-  require(std::abs(NUMBEROFNUMBERS(a.data(), a.length())) <= a.length(), "numbers are counted");
-  NUMBEROFDAYS(a.data(), a.length());
+  require(std::abs(call(NUMBEROFNUMBERS, a)) <= a.length(), "numbers are counted");
+  call(NUMBEROFDAYS, a);
 }
 
-void writeNumbers(const Texts& texts, Numbers& numbers) {
-  const Buffer result(texts.resultLength);
+void writeNumbers(std::size_t length, Numbers& numbers) {
   const std::int32_t integer = numbers.integer();
   const std::int32_t digits = numbers.integer();
   const double real = numbers.real();
   const auto wide = std::bit_cast<std::int64_t>(real);
   // By bits: the value need not fit the smaller type.
   const auto narrow = std::bit_cast<float>(integer);
-  AINTEGER(result.data(), result.length(), &integer);
-  requireResult(result, std::to_string(integer));
-  AINTEGER8(result.data(), result.length(), &wide);
-  requireResult(result, std::to_string(wide));
-  AINTEGERPREC0(result.data(), result.length(), &integer, &digits);
-  requireResult(result, aintegerPrec0(integer, digits));
-  AINTEGER8PREC0(result.data(), result.length(), &wide, &digits);
-  requireResult(result, aintegerPrec0(wide, digits));
-  AREAL(result.data(), result.length(), &real);
-  requireResult(result, areal(real));
-  AREAL8(result.data(), result.length(), &real);
-  requireResult(result, areal8(real));
-  AREALD(result.data(), result.length(), &real, &digits);
-  requireResult(result, areald(real, digits));
-  AREALD4(result.data(), result.length(), &narrow, &digits);
-  requireResult(result, areald(static_cast<double>(narrow), digits));
-  AREALD8(result.data(), result.length(), &real, &digits);
-  requireResult(result, areald(real, digits));
-  AREALDPREC0(result.data(), result.length(), &real, &digits, &integer);
-  requireResult(result, arealdPrec0(real, digits, integer));
+  requireResult(length, std::to_string(integer), AINTEGER, integer);
+  requireResult(length, std::to_string(wide), AINTEGER8, wide);
+  requireResult(length, aintegerPrec0(integer, digits), AINTEGERPREC0, integer, digits);
+  requireResult(length, aintegerPrec0(wide, digits), AINTEGER8PREC0, wide, digits);
+  requireResult(length, areal(real), AREAL, real);
+  requireResult(length, areal8(real), AREAL8, real);
+  requireResult(length, areald(real, digits), AREALD, real, digits);
+  requireResult(length, areald(static_cast<double>(narrow), digits), AREALD4, narrow, digits);
+  requireResult(length, areald(real, digits), AREALD8, real, digits);
+  requireResult(length, arealdPrec0(real, digits, integer), AREALDPREC0, real, digits, integer);
 }
 
 void splitLines(const Texts& texts, Numbers& numbers) {
   Module& module = theModule();
-  const Buffer value(texts.resultLength);
-  const Buffer command(texts.c.size());
+  const Buffer value(texts.resultLength), command(texts.c.size());
   std::string core(texts.a);
   if (const auto split = commandLine(core, isTrue(module.record.strict_command_flag))) {
     const Buffer line(texts.a);
-    COMMANDLINE(line.data(), value.data(), command.data(), line.length(), value.length(),
-                command.length());
-    requireResult(value, split.value().value);
-    requireResult(command, split.value().command);
+    call(COMMANDLINE, line, value, command);
+    requireHolds(value.text(), split.value().value);
+    requireHolds(command.text(), split.value().command);
   }
   const std::int32_t column = numbers.integer();
-  const Buffer line(texts.a);
-  const Buffer flag(texts.b);
-  const Buffer separator(texts.c);
-  CHECKLINE(line.data(), flag.data(), separator.data(), &column, value.data(), command.data(),
-            line.length(), flag.length(), separator.length(), value.length(), command.length());
+  const Buffer line(texts.a), flag(texts.b), separator(texts.c);
+  call(CHECKLINE, line, flag, separator, column, value, command);
   const CheckedLine checked = checkLine(texts.a, texts.b, texts.c, column);
-  requireResult(value, checked.value);
-  requireResult(command, checked.command);
+  requireHolds(value.text(), checked.value);
+  requireHolds(command.text(), checked.command);
 
   core = texts.a;
   if (const auto holdsNothing = commentLine(core, module.variables)) {
     const Buffer comment(texts.a);
-    COMMENTLINE(comment.data(), comment.length());
-    requireResult(comment, core);
+    call(COMMENTLINE, comment);
+    requireHolds(comment.text(), core);
     if (module.variables.empty())
       require(core.find_first_of("!#") == core.npos, "comments are cut off");
   }
@@ -245,35 +182,26 @@ void readLines(const Folder& folder, std::string_view file, std::size_t lineLeng
   Unit* unit = module.units.find(kUnit);
   const Buffer line(lineLength);
   std::string core;
-  for (bool isOpen = true; isOpen && EOFLINEREAD(&kUnit, line.data(), line.length()) == 0;) {
+  for (bool isOpen = true; isOpen && call(EOFLINEREAD, kUnit, line) == 0;) {
     unit->backspace();
     const auto holdsCommand = readLine(unit, kUnit, lineLength, core, module.variables,
                                        isTrue(module.record.echo_flag), module.console);
     isOpen = static_cast<bool>(holdsCommand);
     if (!isOpen) break;
     unit->backspace();
-    require((READLINE(&kUnit, line.data(), line.length()) != 0) == holdsCommand.value(),
+    require((call(READLINE, kUnit, line) != 0) == holdsCommand.value(),
             "a line that was stepped back over is read again");
-    requireResult(line, core);
+    requireHolds(line.text(), core);
   }
   module.units.close(kUnit);
 }
 
 }  // namespace
-}  // namespace nivaro::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using namespace nivaro;
-  using namespace nivaro::fuzz;
-  static const Folder folder;
-  const Moment moment;
-  const Archive input(data, size);
+void tryInput(const Archive& input, const Folder& folder) {
   Module& module = theModule();
   module.variables.clear();
-  for (const std::string_view line : linesOf(input.text("variables"))) {
-    const std::size_t blank = std::min(line.find(' '), line.size());
-    module.variables.add(line.substr(0, blank), line.substr(std::min(blank + 1, line.size())));
-  }
+  addVariables(module, input.text("variables"));
 
   Numbers numbers(input.text("numbers"));
   const Texts texts{.a = input.value("a"),
@@ -286,8 +214,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   compareTexts(texts);
   takeValues(texts, numbers);
   count(texts, numbers);
-  writeNumbers(texts, numbers);
+  writeNumbers(texts.resultLength, numbers);
   splitLines(texts, numbers);
   readLines(folder, input.text("file"), texts.resultLength);
-  return 0;
 }
+
+}  // namespace nivaro::fuzz
