@@ -2,17 +2,15 @@
 // step may only read; with numbers of every kind.
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cfenv>
 #include <limits>
-#include <random>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "guarded_array.hpp"
 #include "morphology/morphology_step.hpp"
-#include "morphology/processors.hpp"
+#include "morphology/random_domain.hpp"
 #include "morphology/test_domain.hpp"
 
 namespace nivaro {
@@ -35,28 +33,15 @@ constexpr double kOddNumbers[] = {Limits::quiet_NaN(),
                                   Limits::max(),
                                   Limits::lowest()};
 
-class Numbers {
- public:
-  explicit Numbers(unsigned seed) : engine_(seed) {}
+void spoil(Dice& dice, double& value, double share) {
+  if (dice.chance(share)) value = dice.oneOf(kOddNumbers);
+}
 
-  bool chance(double share) { return usual(0.0, 1.0) < share; }
-  double usual(double low, double high) {
-    return std::uniform_real_distribution<double>(low, high)(engine_);
-  }
-  template <typename List>
-  auto oneOf(const List& list) {
-    return list[engine_() % std::size(list)];
-  }
-  // Now and then something else.
-  void spoil(double& value, double share) {
-    if (chance(share)) value = oneOf(kOddNumbers);
-  }
-
- private:
-  std::mt19937 engine_;
-};
-
-void spoilOptions(Numbers& numbers, TestDomain& d) {
+// The area is as large as it may be, and empty where the grid is too small.
+TestDomain spoiledDomain(Dice& dice, int n, int m, double share) {
+  TestDomain d = randomDomain(dice, n, m);
+  for (auto& [name, field] : d.reals())
+    for (double& value : *field) spoil(dice, value, share);
   MorphologyParameters& p = d.parameters;
   for (double* option :
        {&p.fallVelocity, &p.currentRelatedRoughness, &p.waveRelatedRoughness,
@@ -65,24 +50,7 @@ void spoilOptions(Numbers& numbers, TestDomain& d) {
         &p.bedChangeLimit, &p.concentrationFactor, &d.settings.cellSize,
         &d.settings.slumpDistanceSecond, &d.settings.slumpDistanceFirst, &d.settings.timeStep,
         &d.settings.raiseFactor})
-    numbers.spoil(*option, 0.1);
-}
-
-// Flow over a rough bed. The area is as large as it may be, and empty where the grid is too small.
-TestDomain domain(Numbers& numbers, int n, int m, double spoiled) {
-  TestDomain d(n, m);
-  for (std::size_t k = 0; k < d.size; ++k) {
-    for (auto* v : {&d.v1, &d.v2}) (*v)[k] = numbers.usual(-1.0, 1.0);
-    for (auto* depth : {&d.zc, &d.z1, &d.z2}) (*depth)[k] = numbers.usual(1.0, 3.0);
-    d.wet[k] = numbers.oneOf(std::array{-1, -1, -1, 1, 0, 2});
-    d.flow[k] = numbers.oneOf(std::array{-1, 0, 1, 2});
-    d.bedCode[k] = numbers.oneOf(std::array{1, 1, 1, 3, 2, 0, -1, INT32_MIN});
-    for (auto& [name, field] : d.reals()) numbers.spoil((*field)[k], spoiled);
-  }
-  if (spoiled > 0.0) spoilOptions(numbers, d);
-  d.parameters.velocityCentred = numbers.chance(0.5);
-  d.parameters.cellSidesHigh = numbers.chance(0.5);
-  d.settings.raiseSideDepth = numbers.chance(0.5);
+    spoil(dice, *option, share > 0.0 ? 0.1 : 0.0);
   return d;
 }
 
@@ -167,8 +135,8 @@ TEST(GuardedStep, TouchesNothingElseAndWritesWhatItMay) {
   for (const auto& [n, m] : kSizes)
     for (const double spoiled : {0.0, 0.01, 0.2, 1.0})
       for (const Processor processor : supportedProcessors()) {
-        Numbers numbers(++seed);
-        TestDomain d = domain(numbers, n, m, spoiled);
+        Dice dice(++seed);
+        TestDomain d = spoiledDomain(dice, n, m, spoiled);
         const std::string what = std::to_string(n) + " x " + std::to_string(m) + ", spoiled " +
                                  std::to_string(spoiled) + ", on " +
                                  std::to_string(static_cast<int>(processor));
