@@ -67,7 +67,8 @@ void write(FuzzModule& run, std::string_view text) {
           "an error counts once");
   for (const std::string& left :
        {fieldText(record.line1), fieldText(record.line2), fieldText(record.line3),
-        fieldText(record.line4), fieldText(record.detail1), fieldText(record.reference_link)})
+        fieldText(record.line4), fieldText(record.detail1), fieldText(record.detail2),
+        fieldText(record.detail3), fieldText(record.reference_link)})
     require(left.empty(), "a message that was written is cleared");
 }
 
