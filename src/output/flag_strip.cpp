@@ -7,9 +7,15 @@ namespace nivaro {
 namespace {
 
 constexpr std::uint8_t kSkipped = 2;
+constexpr std::size_t kCacheLine = 64;
 
 std::size_t size(int count) {
   return static_cast<std::size_t>(std::max(count, 0));
+}
+
+// An odd number of cache lines, so that the lines of a block's columns do not drive each other out.
+std::size_t stepOf(std::size_t rows) {
+  return ((rows / kCacheLine + 1) | 1) * kCacheLine;
 }
 
 // Without branches, so that many cells are done at once.
@@ -33,13 +39,14 @@ FlagStrip::FlagStrip(const CellFlags& flags, double depthThreshold, const Area& 
 
 void FlagStrip::gather(int firstI) {
   rows_ = std::min(kRows, range_.lastI - firstI + 1);
+  columnStep_ = stepOf(size(rows_));
+  block_.resize(columnStep_ * kColumns);
   cells_.resize(size(rows_) * width_);
-  Block block;
   for (int firstJ = range_.firstJ; firstJ <= range_.lastJ; firstJ += kColumns) {
     const int columns = std::min(kColumns, range_.lastJ - firstJ + 1);
     for (int c = 0; c < columns; ++c)
-      gatherColumn(firstI, firstJ + c, &block[size(c) * kColumnStep]);
-    turn(block, firstJ - range_.firstJ, columns);
+      gatherColumn(firstI, firstJ + c, &block_[size(c) * columnStep_]);
+    turn(firstJ - range_.firstJ, columns);
   }
 }
 
@@ -56,10 +63,10 @@ void FlagStrip::gatherColumn(int firstI, int j, std::uint8_t* column) const {
              [=, threshold = depthThreshold_](int r) { return term1[r] + term2[r] > threshold; });
 }
 
-void FlagStrip::turn(const Block& block, int firstColumn, int columns) {
+void FlagStrip::turn(int firstColumn, int columns) {
   for (int r = 0; r < rows_; ++r) {
     std::uint8_t* const row = &cells_[size(r) * width_ + size(firstColumn)];
-    for (int c = 0; c < columns; ++c) row[c] = block[size(c) * kColumnStep + size(r)];
+    for (int c = 0; c < columns; ++c) row[c] = block_[size(c) * columnStep_ + size(r)];
   }
 }
 

@@ -3,7 +3,6 @@
 // the other, and turned into rows.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -26,8 +25,9 @@ struct CellFlags {
 
 class FlagStrip {
  public:
-  // Long stretches of each column of an array, which are read much faster than short ones.
-  static constexpr int kRows = 1024;
+  // Whole columns of most grids: arrays that are read in one stretch come twice as fast as those of
+  // which every column is read in pieces.
+  static constexpr int kRows = 4096;
 
   // Of the cells of a range; a threshold that is not above 0 leaves the depth out.
   FlagStrip(const CellFlags& flags, double depthThreshold, const Area& range);
@@ -40,20 +40,19 @@ class FlagStrip {
   std::span<const std::uint8_t> row(int number);
 
  private:
-  // Columns that are turned into rows together, and the distance between two of them: an odd number
-  // of cache lines, so that the lines at hand do not drive each other out.
+  // Columns that are turned into rows together.
   static constexpr int kColumns = 64;
-  static constexpr std::size_t kColumnStep = kRows + 64;
-  using Block = std::array<std::uint8_t, kColumnStep * kColumns>;
 
   void gatherColumn(int firstI, int j, std::uint8_t* column) const;
-  void turn(const Block& block, int firstColumn, int columns);
+  void turn(int firstColumn, int columns);
 
   const CellFlags& flags_;
   double depthThreshold_;
   Area range_;
   std::size_t width_;
   int rows_ = 0;
+  std::size_t columnStep_ = 0;       // from a column of the block to the next
+  std::vector<std::uint8_t> block_;  // column by column
   std::vector<std::uint8_t> cells_;  // row by row, skipped cells marked
 };
 

@@ -1,5 +1,7 @@
 #include "output/sms_dataset.hpp"
 
+#include <algorithm>
+
 #include "output/sms_cards.hpp"
 #include "text/blank_padded.hpp"
 
@@ -18,6 +20,34 @@ std::string nameOnCard(std::string_view name) {
 float timeOnCard(const DatasetSettings& settings, double time, double offset) {
   return static_cast<float>(settings.timeCodeSwitch >= 1 ? time / 1000.0 + 100.0 * offset : time);
 }
+
+// Cell values averaged to the corners of a range and of the cells just before it, column by column as
+// points ask for them: what a point reads is then still in the cache.
+class CornerColumns {
+ public:
+  CornerColumns(Grid<const double> cell, Grid<double> corner, const Area& range)
+      : cell_(cell), corner_(corner), range_(range), nextJ_(range.firstJ - 1) {}
+
+  double at(int i, int j) {
+    if (j >= nextJ_) fillTo(j);
+    return corner_(i, j);
+  }
+
+  void fill() { fillTo(range_.lastJ); }
+
+ private:
+  void fillTo(int lastJ) {
+    for (lastJ = std::min(lastJ, range_.lastJ); nextJ_ <= lastJ; ++nextJ_)
+      for (int i = range_.firstI - 1; i <= range_.lastI; ++i)
+        corner_(i, nextJ_) = 0.25 * (cell_(i, nextJ_) + cell_(i + 1, nextJ_) +
+                                     cell_(i + 1, nextJ_ + 1) + cell_(i, nextJ_ + 1));
+  }
+
+  Grid<const double> cell_;
+  Grid<double> corner_;
+  Area range_;
+  int nextJ_;  // the first column that is still to be filled
+};
 
 }  // namespace
 
@@ -103,10 +133,11 @@ void SmsDataset::writeValues(const DomainTurn& turn, std::int32_t pointCount,
   onOpenSlots([&](ByteStream& stream, bool isFirst) {
     if (isFirst) {
       if (values) {
-        averageToCorners(values->cellBedChange, values->cornerBedChange, range);
+        CornerColumns corners(values->cellBedChange, values->cornerBedChange, range);
         stream.reals(values->pointI.size(), [&](std::size_t p) {
-          return static_cast<float>(values->cornerBedChange(values->pointI[p], values->pointJ[p]));
+          return static_cast<float>(corners.at(values->pointI[p], values->pointJ[p]));
         });
+        corners.fill();
       } else {
         for (std::int32_t p = 0; p < pointCount; ++p) stream.real(0.0F);
       }
@@ -121,12 +152,6 @@ void SmsDataset::writeValues(const DomainTurn& turn, std::int32_t pointCount,
 void SmsDataset::writeEnd() {
   onOpenSlots([](ByteStream& stream, bool) { stream.integer(sms::kEndOfDataset); });
   complete();
-}
-
-void averageToCorners(Grid<const double> cell, Grid<double> corner, const Area& range) {
-  for (int j = range.firstJ - 1; j <= range.lastJ; ++j)
-    for (int i = range.firstI - 1; i <= range.lastI; ++i)
-      corner(i, j) = 0.25 * (cell(i, j) + cell(i + 1, j) + cell(i + 1, j + 1) + cell(i, j + 1));
 }
 
 }  // namespace nivaro

@@ -34,7 +34,7 @@ struct DomainTurn {
 
 struct CornerValues {
   Grid<const double> cellBedChange;  // m, positive upward
-  Grid<double> cornerBedChange;      // filled here
+  Grid<double> cornerBedChange;      // filled here: the range and the cells just before it
   std::span<const std::int32_t> pointI;
   std::span<const std::int32_t> pointJ;
 };
@@ -74,8 +74,5 @@ class SmsDataset {
   std::int32_t flagsWritten_ = 0;  // to the current time record, all domains so far
   std::int32_t valuesWritten_ = 0;
 };
-
-// Cell values averaged to the corners of a range and of the cells just before it.
-void averageToCorners(Grid<const double> cell, Grid<double> corner, const Area& range);
 
 }  // namespace nivaro
