@@ -1,5 +1,6 @@
 #include "benchmark_domain.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -52,8 +53,16 @@ void Domain::fillCell(const Shape& shape, int i, int j, std::size_t k) {
   }
   if (std::sin(x / 4.0 + 1.0) * std::sin(y / 5.0 + 2.0) + 0.02 * within(-1.0, 1.0) > 0.6)
     wet_[k] = 0;
-  const double middle = n_ / 2.0 + 0.1 * n_ * std::sin(i * 6.2832 / n_);
-  if (shape.activeShare < 1.0 && std::abs(j - middle) > 0.5 * shape.activeShare * n_) code_[k] = 0;
+  if (!isActive(shape.active, i, j)) code_[k] = 0;
+}
+
+bool Domain::isActive(ActiveCells active, int i, int j) const {
+  constexpr double kShare = 0.05;
+  if (active == ActiveCells::All) return true;
+  const double middle = n_ / 2.0;
+  if (active == ActiveCells::Band)
+    return std::abs(j - middle - 0.1 * n_ * std::sin(i * 6.2832 / n_)) <= 0.5 * kShare * n_;
+  return std::max(std::abs(i - middle), std::abs(j - middle)) <= 0.5 * std::sqrt(kShare) * n_;
 }
 
 StepInput Domain::input() {

@@ -9,11 +9,15 @@
 
 namespace nivaro::bench {
 
+// Where the bed may move: everywhere, or in one cell of twenty, which are a winding band along the first
+// index or a square in the middle.
+enum class ActiveCells { All, Band, Square };
+
 struct Shape {
   int size = 100;             // cells along either index
   bool variedGrains = false;  // a size of its own in every cell
   bool velocityCentred = false;
-  double activeShare = 1.0;  // of the cells, in a band along the first index
+  ActiveCells active = ActiveCells::All;
 };
 
 class Domain {
@@ -29,6 +33,7 @@ class Domain {
   using Integers = std::vector<std::int32_t>;
 
   void fillCell(const Shape& shape, int i, int j, std::size_t k);
+  bool isActive(ActiveCells active, int i, int j) const;
 
   int n_;
   Reals level_, v2_, v1_, zpts_, zc_, z2_, z1_;

@@ -41,18 +41,19 @@ struct Variant {
   const char* text;
   bool variedGrains;
   bool velocityCentred;
-  double activeShare;
+  ActiveCells active;
 };
 
-constexpr Variant kVariants[] = {{"uniform", false, false, 1.0},
-                                 {"grains", true, false, 1.0},
-                                 {"centred", false, true, 1.0},
-                                 {"sparse", false, false, 0.05}};
+constexpr Variant kVariants[] = {{"uniform", false, false, ActiveCells::All},
+                                 {"grains", true, false, ActiveCells::All},
+                                 {"centred", false, true, ActiveCells::All},
+                                 {"band", false, false, ActiveCells::Band},
+                                 {"square", false, false, ActiveCells::Square}};
 
 void registerAll() {
   for (const auto& variant : kVariants) {
     for (int size : {100, 500, 2000}) {
-      const Shape shape{size, variant.variedGrains, variant.velocityCentred, variant.activeShare};
+      const Shape shape{size, variant.variedGrains, variant.velocityCentred, variant.active};
       const std::string name = std::string("/") + variant.text + "/" + std::to_string(size);
       const auto unit = benchmark::kMillisecond;
       benchmark::RegisterBenchmark(("plain" + name).c_str(), plainStep, shape)->Unit(unit);
