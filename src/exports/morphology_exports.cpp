@@ -1,4 +1,8 @@
 // The morphology entry points and the end of a run.
+#include <new>
+#include <string>
+#include <string_view>
+
 #include "exports/adapters.hpp"
 #include "exports/the_module.hpp"
 #include "interface/entry_points.hpp"
@@ -12,6 +16,17 @@ namespace {
 template <typename T>
 Grid<T> openGrid(T* first, const std::int32_t* nx) {
   return {first, *nx, kAnyDimension};
+}
+
+// A call that runs out of memory ends the run like any other error.
+template <typename Call>
+void withMemoryFor(std::string_view purpose, const Call& call) {
+  try {
+    call();
+  } catch (const std::bad_alloc&) {
+    std::string line = "ERROR - Could not allocate memory (RAM) for ";
+    theModule().diagnostics.fatalOnScreen(line.append(purpose) + '.');
+  }
 }
 
 }  // namespace
@@ -68,23 +83,25 @@ void QVMOR_RDINPF(const char* controlFile, const std::int32_t* domain,
                   const double* dx, const double* dy, const double* angle, const double* x0,
                   const double* y0, double* realWork, std::int32_t* integerWork, const void*,
                   const void*, const void*, Length controlFileLength) noexcept {
-  readControlFile(theModule(), {.controlFile = name(controlFile, controlFileLength),
-                                .domain = *domain,
-                                .lastDomain = *lastDomain,
-                                .n = *n,
-                                .m = *m,
-                                .grid = {.frame = {.x0 = *x0,
-                                                   .y0 = *y0,
-                                                   .angle = *angle,
-                                                   .dx = *dx,
-                                                   .dy = *dy,
-                                                   .firstBound = *firstObjectBound,
-                                                   .secondBound = *secondObjectBound},
-                                         .firstRowBound = *firstRowBound,
-                                         .secondRowBound = *secondRowBound,
-                                         .firstRowOffset = *firstRowOffset,
-                                         .secondRowOffset = *secondRowOffset},
-                                .work = {.real = realWork, .integer = integerWork}});
+  withMemoryFor("the control file", [&] {
+    readControlFile(theModule(), {.controlFile = name(controlFile, controlFileLength),
+                                  .domain = *domain,
+                                  .lastDomain = *lastDomain,
+                                  .n = *n,
+                                  .m = *m,
+                                  .grid = {.frame = {.x0 = *x0,
+                                                     .y0 = *y0,
+                                                     .angle = *angle,
+                                                     .dx = *dx,
+                                                     .dy = *dy,
+                                                     .firstBound = *firstObjectBound,
+                                                     .secondBound = *secondObjectBound},
+                                           .firstRowBound = *firstRowBound,
+                                           .secondRowBound = *secondRowBound,
+                                           .firstRowOffset = *firstRowOffset,
+                                           .secondRowOffset = *secondRowOffset},
+                                  .work = {.real = realWork, .integer = integerWork}});
+  });
 }
 
 void QVMOR_INIT_2D_DOMAIN(const std::int32_t* domain) noexcept {
@@ -103,27 +120,29 @@ void QVMORPHOLOGY(const Logical* smoothing, const Logical* initialisation, const
                   const void*, const void*, const void*, const void*, const void*, double* realWork,
                   std::int32_t* integerWork, const void*, const void*, const void*,
                   const std::int32_t* domain) noexcept {
-  runMorphology(theModule(), {.smoothing = isTrue(*smoothing),
-                              .initialisation = isTrue(*initialisation),
-                              .skip = isTrue(*skip),
-                              .flow = {.wet = grid(wet, n, m),
-                                       .flow = grid(flow, n, m),
-                                       .waterLevel = grid(waterLevel, n, m),
-                                       .v2 = grid(v2, n, m),
-                                       .v1 = grid(v1, n, m)},
-                              .bed = {.zpts = grid(zpts, n, m),
-                                      .zc = grid(zc, n, m),
-                                      .z2 = grid(z2, n, m),
-                                      .z1 = grid(z1, n, m)},
-                              .settings = {.cellSize = *cellSize,
-                                           .slumpDistanceSecond = *slumpDistance2,
-                                           .slumpDistanceFirst = *slumpDistance1,
-                                           .timeStep = *timeStep,
-                                           .raiseSideDepth = isTrue(*raiseSwitch),
-                                           .raiseFactor = *raiseFactor},
-                              .area = area(firstI, firstJ, lastI, lastJ),
-                              .work = {.real = realWork, .integer = integerWork},
-                              .domain = *domain});
+  withMemoryFor("the morphology step", [&] {
+    runMorphology(theModule(), {.smoothing = isTrue(*smoothing),
+                                .initialisation = isTrue(*initialisation),
+                                .skip = isTrue(*skip),
+                                .flow = {.wet = grid(wet, n, m),
+                                         .flow = grid(flow, n, m),
+                                         .waterLevel = grid(waterLevel, n, m),
+                                         .v2 = grid(v2, n, m),
+                                         .v1 = grid(v1, n, m)},
+                                .bed = {.zpts = grid(zpts, n, m),
+                                        .zc = grid(zc, n, m),
+                                        .z2 = grid(z2, n, m),
+                                        .z1 = grid(z1, n, m)},
+                                .settings = {.cellSize = *cellSize,
+                                             .slumpDistanceSecond = *slumpDistance2,
+                                             .slumpDistanceFirst = *slumpDistance1,
+                                             .timeStep = *timeStep,
+                                             .raiseSideDepth = isTrue(*raiseSwitch),
+                                             .raiseFactor = *raiseFactor},
+                                .area = area(firstI, firstJ, lastI, lastJ),
+                                .work = {.real = realWork, .integer = integerWork},
+                                .domain = *domain});
+  });
 }
 
 void QVMOR_WRSMSF_WRITE_HEADER(const char* title) noexcept {
@@ -137,15 +156,17 @@ void QVMOR_WRSMSF_DAT_FLAGS(const std::int32_t* domain, const std::int32_t* last
                             const double* depthTerm2, const std::int32_t* nx, const void*,
                             const std::int32_t* firstI, const std::int32_t* firstJ,
                             const std::int32_t* lastI, const std::int32_t* lastJ) noexcept {
-  theModule().dataset.writeFlags({.domain = *domain, .lastDomain = *lastDomain},
-                                 {.time = *time,
-                                  .timeOffset = *timeOffset,
-                                  .skippedCode = *skippedCode,
-                                  .code = openGrid(cellCode, nx),
-                                  .active = openGrid(cellActive, nx),
-                                  .depthTerm1 = openGrid(depthTerm1, nx),
-                                  .depthTerm2 = openGrid(depthTerm2, nx)},
-                                 area(firstI, firstJ, lastI, lastJ));
+  withMemoryFor("the dataset", [&] {
+    theModule().dataset.writeFlags({.domain = *domain, .lastDomain = *lastDomain},
+                                   {.time = *time,
+                                    .timeOffset = *timeOffset,
+                                    .skippedCode = *skippedCode,
+                                    .code = openGrid(cellCode, nx),
+                                    .active = openGrid(cellActive, nx),
+                                    .depthTerm1 = openGrid(depthTerm1, nx),
+                                    .depthTerm2 = openGrid(depthTerm2, nx)},
+                                   area(firstI, firstJ, lastI, lastJ));
+  });
 }
 
 void QVMOR_WRSMSF_DAT_RESULTS(const std::int32_t* domain, const std::int32_t* lastDomain,

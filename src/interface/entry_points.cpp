@@ -1,6 +1,5 @@
 #include "interface/entry_points.hpp"
 
-#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -73,12 +72,7 @@ void runMorphology(Module& module, const MorphologyCall& call) {
     return;
   }
   if (call.skip || !active) return;
-  try {
-    morphologyStep(input, call.area, module.stepScratch);
-  } catch (const std::bad_alloc&) {
-    module.diagnostics.fatalOnScreen(
-        "ERROR - Could not allocate memory (RAM) for the morphology step.");
-  }
+  morphologyStep(input, call.area, module.stepScratch);
 }
 
 void writeDatasetValues(Module& module, const DatasetValuesCall& call) {

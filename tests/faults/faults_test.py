@@ -385,11 +385,14 @@ class Memory(FaultsTest):
             run = self.run_host(LONG_RUN_HOST, "rounds", str(control), "1", "500", "500",
                                 malloc=largest)
             self.assertEqual(run.code, code, run.shown)
-        step = self.run_host(LONG_RUN_HOST, "steps", self.control, "1", "500", "500",
-                             malloc=1_000_000)
-        self.assertEqual(step.code, 1, step.shown)
-        self.assertTrue(step.shown.endswith("the morphology step.\n\nClosing any unclosed GIS layers"
-                                            "...\n\nPress Enter to Close\n"), step.shown)
+        long_line = self.write("long.mcf", "Hiding Exponent == " + 3_000_000 * "0")
+        for job, calls, purpose in (
+                ("rounds", str(long_line), "control file"), ("steps", self.control, "morphology step")):
+            other = self.run_host(LONG_RUN_HOST, job, calls, "1", "500", "500", malloc=1_000_000)
+            self.assertEqual(other.code, 1, other.shown)
+            self.assertTrue(other.shown.endswith(
+                f"\nERROR - Could not allocate memory (RAM) for the {purpose}.\n\nClosing any "
+                "unclosed GIS layers...\n\nPress Enter to Close\n"), other.shown)
         self.assertIn("ERROR - Could not allocate memory (RAM) for Inside Region == Method B.\n",
                       run.shown)
         self.assertTrue(run.shown.endswith("\nPress Enter to Close\n"), run.shown)
