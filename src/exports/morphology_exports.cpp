@@ -1,6 +1,5 @@
 // The morphology entry points and the end of a run.
 #include <new>
-#include <string>
 #include <string_view>
 
 #include "exports/adapters.hpp"
@@ -20,12 +19,11 @@ Grid<T> openGrid(T* first, const std::int32_t* nx) {
 
 // A call that runs out of memory ends the run like any other error.
 template <typename Call>
-void withMemoryFor(std::string_view purpose, const Call& call) {
+void withMemory(std::string_view orElse, const Call& call) {
   try {
     call();
   } catch (const std::bad_alloc&) {
-    std::string line = "ERROR - Could not allocate memory (RAM) for ";
-    theModule().diagnostics.fatalOnScreen(line.append(purpose) + '.');
+    theModule().diagnostics.fatalOnScreen(orElse);
   }
 }
 
@@ -83,7 +81,7 @@ void QVMOR_RDINPF(const char* controlFile, const std::int32_t* domain,
                   const double* dx, const double* dy, const double* angle, const double* x0,
                   const double* y0, double* realWork, std::int32_t* integerWork, const void*,
                   const void*, const void*, Length controlFileLength) noexcept {
-  withMemoryFor("the control file", [&] {
+  withMemory("ERROR - Could not allocate memory (RAM) for the control file.", [&] {
     readControlFile(theModule(), {.controlFile = name(controlFile, controlFileLength),
                                   .domain = *domain,
                                   .lastDomain = *lastDomain,
@@ -120,7 +118,7 @@ void QVMORPHOLOGY(const Logical* smoothing, const Logical* initialisation, const
                   const void*, const void*, const void*, const void*, const void*, double* realWork,
                   std::int32_t* integerWork, const void*, const void*, const void*,
                   const std::int32_t* domain) noexcept {
-  withMemoryFor("the morphology step", [&] {
+  withMemory("ERROR - Could not allocate memory (RAM) for the morphology step.", [&] {
     runMorphology(theModule(), {.smoothing = isTrue(*smoothing),
                                 .initialisation = isTrue(*initialisation),
                                 .skip = isTrue(*skip),
@@ -156,7 +154,7 @@ void QVMOR_WRSMSF_DAT_FLAGS(const std::int32_t* domain, const std::int32_t* last
                             const double* depthTerm2, const std::int32_t* nx, const void*,
                             const std::int32_t* firstI, const std::int32_t* firstJ,
                             const std::int32_t* lastI, const std::int32_t* lastJ) noexcept {
-  withMemoryFor("the dataset", [&] {
+  withMemory("ERROR - Could not allocate memory (RAM) for the dataset.", [&] {
     theModule().dataset.writeFlags({.domain = *domain, .lastDomain = *lastDomain},
                                    {.time = *time,
                                     .timeOffset = *timeOffset,
