@@ -1,17 +1,10 @@
 #include "files/open_dialogue.hpp"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <deque>
 #include <filesystem>
-#include <functional>
-#include <string>
 
+#include "files_fixture.hpp"
 #include "locked_file.hpp"
-#include "support/temp_folder.hpp"
-#include "support/test_process.hpp"
 #include "this_system.hpp"
 
 namespace nivaro {
@@ -24,8 +17,7 @@ using testing::Not;
 constexpr const char* kNameQuestion =
     "Check file exists and press enter or enter another file name: ";
 
-class OpenDialogueTest : public testing::Test {
- protected:
+struct OpenDialogueTest : test::FilesTest {
   std::int32_t open(const std::string& path, const std::string& mode, std::int32_t unit = 2001) {
     OpenRequest request{unit, path, mode, 12};
     return dialogue.openUnit(request);
@@ -37,30 +29,20 @@ class OpenDialogueTest : public testing::Test {
 
   bool isOpen(std::int32_t unit) { return units.find(unit) != nullptr; }
 
-  std::string announcement(const std::string& mode, const std::string& path) {
+  static std::string announcement(const std::string& mode, const std::string& path) {
     return "\nTrying to open (" + mode + ") file " + path + "...";
   }
 
-  // The pause is answered by an action rather than a text: what the person does before Enter.
-  struct ActingConsole final : Console {
-    void line(std::string_view text) override { script.line(text); }
-    void open(std::string_view text) override { script.open(text); }
-    bool readLine(std::string& answer) override {
-      if (beforeAnswer) beforeAnswer();
-      return script.readLine(answer);
-    }
-    test::ScriptedConsole script;
-    std::function<void()> beforeAnswer;
-  };
+  static std::string lockedText(const std::string& path) {
+    return "Can't Open: " + path + "\n\n Can't open: " + path +
+           "\n\n Another application or user maybe using it,\n"
+           "    or the file's folder does not exist.\n"
+           " If so, close the file or create file path.\n"
+           "\nPress Enter to Continue\n";
+  }
 
-  test::TempFolder folder;
-  ActingConsole console;
-  std::string& output = console.script.output;
-  std::deque<std::string>& answers = console.script.answers;
-  test::RecordingProcess process;
-  UnitTable units;
-  Termination termination{console, process};
   OpenDialogue dialogue{console, process, units, termination};
+  std::deque<std::string>& answers = console.answers;
 };
 
 TEST_F(OpenDialogueTest, ShowsTheOutcomeOnTheLineOfTheAnnouncementExceptInModeIo) {
@@ -78,23 +60,24 @@ TEST_F(OpenDialogueTest, ShowsTheOutcomeOnTheLineOfTheAnnouncementExceptInModeIo
 TEST_F(OpenDialogueTest, OpensEveryModeAsItsRowSays) {
   for (const OpenMode& mode : kOpenModes) {
     const std::string code(mode.code);
+    SCOPED_TRACE(code);
     const bool keeps =
         mode.isInput || code[0] == 'A' || code[0] == 'S' || code[0] == 'D' || code == "IO";
     const std::string path = folder.write("file", "kept");
-    EXPECT_EQ(open(path, code), 2001) << code;
-    ASSERT_TRUE(isOpen(2001)) << code;
-    EXPECT_EQ(units.find(2001)->options().recordLength, mode.callersLength ? 12
-                                                        : code == "DX"     ? 4
-                                                                           : 0)
-        << code;
+    EXPECT_EQ(open(path, code), 2001);
+    ASSERT_TRUE(isOpen(2001));
+    const OpenOptions& options = units.find(2001)->options();
+    EXPECT_EQ(options.recordLength, mode.callersLength ? 12 : code == "DX" ? 4 : 0);
+    EXPECT_EQ(options.bigEndian, code[1] == 'E' || code == "BN");
+    EXPECT_EQ(options.position == OpenOptions::Position::End, code[0] == 'A');
     units.close(2001);
-    EXPECT_EQ(folder.read("file"), keeps ? "kept" : "") << code;
+    EXPECT_EQ(folder.read("file"), keeps ? "kept" : "");
 
     if (mode.isInput || code == "DX") continue;  // these create nothing
     fs::remove(path);
     open(path, code);
     units.close(2001);
-    EXPECT_TRUE(fs::exists(path)) << code;
+    EXPECT_TRUE(fs::exists(path));
   }
 }
 
@@ -123,17 +106,21 @@ TEST_F(OpenDialogueTest, CountsEightyCharactersOfAnAnsweredNameAndFindsAFileThat
   EXPECT_EQ(open(there, "I "), 2001);
 }
 
-TEST_F(OpenDialogueTest, ListsInputFilesThatDifferInCaseOnly) {
+TEST_F(OpenDialogueTest, ListsFilesThatDifferInCaseOnly) {
   if (!test::kLetterCaseCounts) GTEST_SKIP();
-  folder.write("run.mcf", "");
-  folder.write("RUN.mcf", "");
-  answers = {folder.path("run.mcf")};
-  EXPECT_EQ(open(folder.path("Run.mcf"), "I "), 2001);
-  EXPECT_THAT(output, HasSubstr("cannot be found or opened.\n"
-                                "The name differs only in letter case from each of:\n"
-                                "   " +
-                                folder.path("RUN.mcf") + "\n   " + folder.path("run.mcf") + "\n" +
-                                kNameQuestion));
+  folder.write("run", "");
+  folder.write("RUN", "");
+  const std::string meanings = "The name differs only in letter case from each of:\n   " +
+                               folder.path("RUN") + "\n   " + folder.path("run") + "\n";
+  answers = {folder.path("run")};
+  EXPECT_EQ(open(folder.path("Run"), "I "), 2001);
+  EXPECT_THAT(output, HasSubstr("cannot be found or opened.\n" + meanings + kNameQuestion));
+
+  console.beforeAnswer = [&] { fs::remove(folder.path("RUN")); };
+  answers = {""};
+  EXPECT_EQ(open(folder.path("Run"), "A "), 2001);
+  EXPECT_THAT(output, HasSubstr("Can't Open: " + folder.path("Run") + "\n" + meanings));
+  EXPECT_THAT(output, testing::EndsWith("Press Enter to Continue\nOK.  File Unit:2001\n"));
 }
 
 TEST_F(OpenDialogueTest, OffersToCloseAnOutputFileThatIsOpen) {
@@ -180,14 +167,12 @@ TEST_F(OpenDialogueTest, EndsWhereTheOpenFileCannotBeClosed) {
 }
 
 TEST_F(OpenDialogueTest, OpensNothingInAnUnknownMode) {
-  EXPECT_EQ(open(folder.path("file"), "XX"), 2001);
+  const std::string name = folder.path("file") + std::string(100, 'x');
+  EXPECT_EQ(open(name, "o "), 2001);  // codes are in upper case
   EXPECT_THAT(output,
-              HasSubstr("...  Unrecognised file type XX file " + folder.path("file") + "\n"));
+              HasSubstr("...  Unrecognised file type o  file " + name.substr(0, 80) + "\n"));
   EXPECT_FALSE(isOpen(2001));
-  EXPECT_FALSE(fs::exists(folder.path("file")));
-
-  EXPECT_EQ(open("name" + std::string(100, 'x'), "o "), 2001);  // codes are in upper case
-  EXPECT_THAT(output, HasSubstr("type o  file name" + std::string(76, 'x') + "\n"));
+  EXPECT_FALSE(fs::exists(name));
 }
 
 TEST_F(OpenDialogueTest, CreatesMissingFolders) {
@@ -213,29 +198,6 @@ TEST_F(OpenDialogueTest, WaitsWhereAFolderCannotBeCreated) {
                         "\nOK.  File Unit:2001\n");
 }
 
-std::string lockedText(const std::string& path) {
-  return "Can't Open: " + path + "\n\n Can't open: " + path +
-         "\n\n Another application or user maybe using it,\n"
-         "    or the file's folder does not exist.\n"
-         " If so, close the file or create file path.\n"
-         "\nPress Enter to Continue\n";
-}
-
-TEST_F(OpenDialogueTest, WaitsForAFileThatCannotBeOpened) {
-  if (!test::kLetterCaseCounts) GTEST_SKIP();
-  folder.write("out", "");
-  folder.write("OUT", "");  // which of the two is meant by "Out"?
-  const std::string path = folder.path("Out");
-  console.beforeAnswer = [&] { fs::remove(folder.path("OUT")); };
-  answers = {""};
-
-  EXPECT_EQ(open(path, "O "), 2001);
-
-  EXPECT_THAT(output, HasSubstr("Can't Open: " + path + "\nThe name differs only in letter case"));
-  EXPECT_THAT(output, HasSubstr("Press Enter to Continue\nOK.  File Unit:2001\n"));
-  EXPECT_EQ(units.find(2001)->path(), folder.path("out"));
-}
-
 // The folder is there, and yet the file cannot be opened: creating folders again would go on
 // forever.
 TEST_F(OpenDialogueTest, WaitsWhereTheFolderIsThereAndTheFileStillFails) {
@@ -259,36 +221,32 @@ TEST_F(OpenDialogueTest, ReplacesAFileOfAnotherCase) {
 
 // Every question ends the run once nobody can answer: files closed, reason given, exit code 1.
 TEST_F(OpenDialogueTest, EndsTheRunAtAQuestionThatNobodyCanAnswer) {
-  int hooks = 0;
-  const auto expectEnd = [&](const std::string& path, const std::string& mode,
-                             const char* question) {
-    output.clear();
-    hooks = 0;
-    termination.addHook([&] { ++hooks; });
-    EXPECT_EQ(exitCodeOf(path, mode), 1) << question;
-    EXPECT_EQ(hooks, 1) << question;
-    EXPECT_THAT(output, HasSubstr(std::string("nobody can answer: ") + question)) << question;
-    EXPECT_THAT(output, Not(HasSubstr("Press Enter to Close"))) << question;
-  };
-  const std::string open1 = folder.path("open");
-  open(open1, "O ");
+  const std::string out = folder.path("out");
+  open(out, "O ");
   folder.write("file", "");
   fs::create_directory(folder.path("folder"));
-
-  for (const char* noInput : {"missing", "folder"})
-    expectEnd(folder.path(noInput), "I ", "Check file exists and press enter or enter another");
-  expectEnd(open1, "O ", (open1 + " is already open, close it?\n").c_str());
-  expectEnd(folder.path("folder"), "O ", "Press Enter to Continue\n");
-  expectEnd(folder.path("file/sub/x"), "O ", "Press Enter to Continue\n");
+  const std::string nameQuestion = "Check file exists and press enter or enter another";
+  const struct {
+    std::string path, mode, question;
+  } cases[] = {
+      {folder.path("missing"), "I ", nameQuestion},
+      {folder.path("folder"), "I ", nameQuestion},
+      {out, "O ", out + " is already open, close it?\n"},
+      {folder.path("folder"), "O ", "Press Enter to Continue\n"},
+      {folder.path("file/sub/x"), "O ", "Press Enter to Continue\n"},
+  };
+  for (const auto& [path, mode, question] : cases) {
+    output.clear();
+    termination.addHook([&] { console.line("closing files"); });
+    EXPECT_EQ(exitCodeOf(path, mode), 1);
+    EXPECT_THAT(output, HasSubstr("nobody can answer: " + question));
+    EXPECT_THAT(output, testing::EndsWith("\nclosing files\n"));
+  }
 }
 
-class WithLockedFile : public OpenDialogueTest {
- protected:
-  std::string path = folder.path("file");
-  test::LockedFile file{path};
-};
-
-TEST_F(WithLockedFile, EndsTheRunForInputsAndGivesNoUnitWhenAppending) {
+TEST_F(OpenDialogueTest, LockedFileEndsTheRunAsInputAndIsWaitedForAsOutputExceptWhenAppending) {
+  const std::string path = folder.path("file");
+  test::LockedFile file(path);
   for (const char* mode : {"I ", "IO"}) {
     output.clear();
     EXPECT_EQ(exitCodeOf(path, mode), 1);
@@ -298,9 +256,8 @@ TEST_F(WithLockedFile, EndsTheRunForInputsAndGivesNoUnitWhenAppending) {
   output.clear();
   EXPECT_EQ(open(path, "A "), 0);
   EXPECT_EQ(output, announcement("A", path) + "FAILED.  No File Unit allocated.\n");
-}
 
-TEST_F(WithLockedFile, WaitsForOtherOutputs) {
+  output.clear();
   console.beforeAnswer = [&] {
     if (answers.size() == 1) file.release();
   };

@@ -1,14 +1,8 @@
 // What other programs may do with the module's files, and what becomes of files they keep to
 // themselves.
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "files/file_units.hpp"
 #include "files/open_mode.hpp"
+#include "files_fixture.hpp"
 #include "locked_file.hpp"
-#include "support/temp_folder.hpp"
-#include "support/test_process.hpp"
 
 namespace nivaro {
 namespace {
@@ -17,8 +11,7 @@ using test::ForeignHandle;
 
 constexpr DWORD kEverything = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-class SharingTest : public testing::Test {
- protected:
+struct SharingTest : test::FilesTest {
   SharingTest() { files.initFileUnits(2000); }
 
   bool othersMay(DWORD access) { return ForeignHandle(path, access, kEverything).isOpen(); }
@@ -28,13 +21,7 @@ class SharingTest : public testing::Test {
     return files.find(unit)->readRecord(record) == ReadStatus::Ok ? std::string(record) : "<none>";
   }
 
-  test::TempFolder folder;
   std::string path = folder.write("file", "first\r\n");
-  test::ScriptedConsole console;
-  test::RecordingProcess process;
-  UnitTable units;
-  Termination termination{console, process};
-  FileUnits files{console, process, units, termination};
 };
 
 TEST_F(SharingTest, EachModeLetsOthersDoWhatItsRowSays) {

@@ -1,36 +1,26 @@
 #include "files/termination.hpp"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "files/pause.hpp"
-#include "support/test_process.hpp"
+#include "files_fixture.hpp"
 
 namespace nivaro {
 namespace {
 
-class TerminationTest : public testing::Test {
- protected:
+struct TerminationTest : test::FilesTest {
   int exitCode() {
     return test::exitCodeOf([&] { termination.exits(); });
   }
-
-  test::ScriptedConsole console;
-  test::RecordingProcess process;
-  Termination termination{console, process};
 };
 
 TEST_F(TerminationTest, WaitsForEnterOnceStartedUnlessNobodyCanPressIt) {
   console.answers = {"", "left"};
   EXPECT_EQ(exitCode(), 0);
-  EXPECT_EQ(console.output, "\nPROCESS EXITING WITHOUT PROMPT\n\n");
+  EXPECT_EQ(output, "\nPROCESS EXITING WITHOUT PROMPT\n\n");
   EXPECT_EQ(console.answers.size(), 2u);
 
   termination.switchOnPromptAndExitCode();
-  console.output.clear();
+  output.clear();
   EXPECT_EQ(exitCode(), 1);
-  EXPECT_EQ(console.output, "\nPress Enter to Close\n");
+  EXPECT_EQ(output, "\nPress Enter to Close\n");
   EXPECT_EQ(console.answers.size(), 1u);
   console.answers.clear();
   EXPECT_EQ(exitCode(), 1);
@@ -49,23 +39,13 @@ TEST_F(TerminationTest, RunsEachHookOnceInOrderAlsoWhenOneEndsTheRunItself) {
 }
 
 TEST_F(TerminationTest, SaysWhyAnUnansweredQuestionEndsTheRun) {
-  int hooks = 0;
-  termination.addHook([&] { ++hooks; });
+  termination.addHook([&] { console.line("hook"); });
   console.open("Close it? ");
-  EXPECT_THROW(termination.endUnanswered("Close it?"), test::ProcessEnded);
-  EXPECT_EQ(console.output,
+  EXPECT_EQ(test::exitCodeOf([&] { termination.endUnanswered("Close it?"); }), 1);
+  EXPECT_EQ(output,
             "Close it? \n"
             "Standard input has ended, so nobody can answer: Close it?\n"
-            "The run ends here.\n");
-  EXPECT_EQ(hooks, 1);
-}
-
-TEST(Pause, TellsWhetherSomebodyPressedEnter) {
-  test::ScriptedConsole console;
-  console.answers = {""};
-  EXPECT_TRUE(pauseRun(console));
-  EXPECT_FALSE(pauseRun(console));
-  EXPECT_EQ(console.output, "\nPress Enter to Continue\n\nPress Enter to Continue\n");
+            "The run ends here.\nhook\n");
 }
 
 }  // namespace

@@ -6,10 +6,13 @@
 #include "control/spatial_target.hpp"
 #include "interface/entry_points.hpp"
 #include "support/test_module.hpp"
-#include "this_system.hpp"
 
 namespace nivaro {
 namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
 
 constexpr const char* kColumnBlock =
     "Columns 12\n  n Integer\n  m Integer\n  Grid_Ref Char(13)\n  Code Integer\n  ZC Float\n"
@@ -106,41 +109,36 @@ TEST_F(CheckLayerTest, CellsRunAlongTheSecondIndexFirstAndDomainsFollowEachOther
   code[at(4, 4)] = 5;
   write(2, 2, false);
 
+  EXPECT_EQ(
+      records(),
+      R"(123457,     9,"123457,9",1,       0.000,1,  0.000160,  0.000160,0.400,0.400,-99999.000,   1
+123457,    10,"123457,10",1,       0.000,1,  0.000160,  0.000160,0.400,0.400,-99999.000,   1
+123458,    10,"123458,10",1,       0.000,1,  0.000160,  0.000160,0.400,0.400,-99999.000,   1
+123458,    10,"123458,10",5,       0.000,2,  0.000000,  0.000000,0.000,0.000,     0.000,   0
+)");
   // Corner (0, 0) is the origin, and neighbours share their corners.
-  EXPECT_EQ(records(),
-            "123457,     9,\"123457,9\",1,       0.000,1,  0.000160,  0.000160,0.400,0.400,"
-            "-99999.000,   1\n"
-            "123457,    10,\"123457,10\",1,       0.000,1,  0.000160,  0.000160,0.400,0.400,"
-            "-99999.000,   1\n"
-            "123458,    10,\"123458,10\",1,       0.000,1,  0.000160,  0.000160,0.400,0.400,"
-            "-99999.000,   1\n"
-            "123458,    10,\"123458,10\",5,       0.000,2,  0.000000,  0.000000,0.000,0.000,"
-            "     0.000,   0\n");
   const std::string squares = objects();
-  EXPECT_TRUE(
-      squares.starts_with("Region  1\n  5\n       1002.000       2014.000\n"
-                          "        994.000       2008.000\n"
-                          "       1000.000       2000.000\n"));
+  EXPECT_THAT(squares, StartsWith("Region  1\n  5\n       1002.000       2014.000\n"
+                                  "        994.000       2008.000\n"
+                                  "       1000.000       2000.000\n"));
   // (4, 4): a = 1, 2 and b = 1, 2, twice.
   const std::string last =
       "       1004.000       2028.000\n        996.000       2022.000\n"
       "       1002.000       2014.000\n       1010.000       2020.000\n"
       "       1004.000       2028.000\n    Pen (1,2,0)\n    Brush (1,0,16777215)\n";
-  EXPECT_TRUE(squares.ends_with(last + "Region  1\n  5\n" + last)) << squares;
+  EXPECT_THAT(squares, EndsWith(last + "Region  1\n  5\n" + last));
 }
 
 TEST_F(CheckLayerTest, DomainWithoutMorphologyHasZerosAndALaterOneWithoutALayerWritesNothing) {
-  code.fill(1);
+  code[at(3, 3)] = 1;
   write(2, 2);
   EXPECT_EQ(console.output, "");
 
-  code.fill(0);
   std::int32_t nextReal = 1;
   std::int32_t nextInteger = 1;
   module.fields.reserve(1, false, kN, kN, nextReal, nextInteger);
-  code[at(3, 3)] = 1;
   write(1, 1);
-  EXPECT_TRUE(records().ends_with(",  0.000000,  0.000000,0.000,0.000,     0.000,   0\n"));
+  EXPECT_THAT(records(), EndsWith(",  0.000000,  0.000000,0.000,0.000,     0.000,   0\n"));
 }
 
 TEST_F(CheckLayerTest, BlankSourceWarnsAndGivesPlaneCoordinatesAroundTheCells) {
@@ -154,63 +152,31 @@ TEST_F(CheckLayerTest, BlankSourceWarnsAndGivesPlaneCoordinatesAroundTheCells) {
             "\nPress Enter to Continue\n"))
       << console.output;
   // Corners (0, 0), (2, 0), (0, 2), (2, 2): (1000, 2000), (1016, 2012), (988, 2016), (1004, 2028).
-  EXPECT_TRUE(folder.read("run_mor_check.mif")
-                  .starts_with("Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\n"
-                               "CoordSys NonEarth Units \"m\" Bounds (        988.000,"
-                               "       2000.000) (       1016.000,       2028.000)\nColumns 12\n"));
+  EXPECT_THAT(folder.read("run_mor_check.mif"),
+              StartsWith("Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\n"
+                         "CoordSys NonEarth Units \"m\" Bounds (        988.000,"
+                         "       2000.000) (       1016.000,       2028.000)\nColumns 12\n"));
 }
 
 TEST_F(CheckLayerTest, BoundsThatCannotBeReadEndTheRun) {
-  struct Case {
-    const char* line;
-    bool isFine;
-  };
-  const Case cases[] = {
+  const std::pair<std::string, bool> cases[] = {
       {"CoordSys Earth Projection 1, 104 Bounds (-180, -90) (180, 90)", true},
       {"CoordSys Earth Projection 1, 104", true},
       {"CoordSys Bounds (-180 x", false},
       {"CoordSys bounds (-180, -90) 180 90", false},
       {"CoordSys Bounds () ()", false},
+      {"CoordSys Bounds (,) (3, 4)", false},
       {"CoordSys Bounds (1, 2) (3)", false},
   };
   for (const auto& [line, isFine] : cases) {
     SCOPED_TRACE(line);
-    test::TestModule another;
-    another.module.files.initFileUnits(2000);
-    GisSettings settings{.checkLayerPrefix = folder.path("run"), .checkLayerHeaderSource = line};
-    const auto create = [&] { another.module.checkLayer.write({}, settings, 0); };
+    module.gisSettings.checkLayerHeaderSource = line;
+    console.output.clear();
+    EXPECT_EQ(test::exitCodeOf([&] { write(1, 1); }), isFine ? -1 : 1);
+    EXPECT_EQ(shown("\nERROR 0311 - Could not read XY Bounds in MI Projection Line.\n"), !isFine);
     if (isFine) {
-      create();
-      EXPECT_NE(folder.read("run_mor_check.mif").find(std::string(line) + "\nColumns"),
-                std::string::npos);
-      continue;
+      EXPECT_THAT(folder.read("run_mor_check.mif"), HasSubstr("\n" + line + "\nColumns"));
     }
-    EXPECT_THROW(create(), test::ProcessEnded);
-    EXPECT_NE(another.console.output.find(
-                  "\nERROR 0311 - Could not read XY Bounds in MI Projection Line.\n"),
-              std::string::npos);
-  }
-}
-
-TEST_F(CheckLayerTest, FullDiskEndsTheRunAndNamesTheFile) {
-  if (!test::hasFullDisk()) GTEST_SKIP();
-  for (const char* full : {"run_mor_check.mif", "run_mor_check.mid"}) {
-    test::TestModule another;
-    std::filesystem::remove(folder.path("run_mor_check.mif"));
-    std::filesystem::remove(folder.path("run_mor_check.mid"));
-    std::filesystem::create_symlink(test::kFullDisk, folder.path(full));
-    another.module.files.initFileUnits(2000);
-    code.fill(1);
-    GisSettings settings{.checkLayerPrefix = folder.path("run"),
-                         .checkLayerHeaderSource = "CoordSys Earth"};
-    EXPECT_THROW(
-        another.module.checkLayer.write(
-            {.code = {code.data(), kN, kN}, .depth = {depth.data(), kN, kN}, .range = {1, 1, 4, 4}},
-            settings, 0),
-        test::ProcessEnded);
-    EXPECT_NE(another.console.output.find("ERROR - Could not write file \"" + folder.path(full)),
-              std::string::npos)
-        << another.console.output;
   }
 }
 
@@ -218,19 +184,16 @@ TEST_F(CheckLayerTest, HeaderOfAFileIsCopiedUpToItsColumns) {
   folder.write("header.mif",
                "Version 450  \r\nCoordSys NonEarth Units \"m\" Bounds (-1, -2) ( 3,4.5 )\r\n"
                "Unique 1\r\nCOLUMNS 1\r\n  v Float\r\n");
-  std::int32_t number = module.files.openFile(folder.path("out.mif"), "O ", 1);
+  Unit* out = module.files.find(module.files.openFile(folder.path("out.mif"), "O ", 1));
   Bounds bounds;
-  MifHeaderWriter writer(module.files, module.diagnostics, module.termination);
-  writer.miWriteMifHeader(*module.files.find(number), {.headerFile = folder.path("header.mif")}, 0,
-                          bounds);
-  module.files.closeFile(number);
+  MifHeaderWriter(module.files, module.diagnostics, module.termination)
+      .miWriteMifHeader(*out, {.headerFile = folder.path("header.mif")}, 0, bounds);
+  out->flush();
 
   EXPECT_EQ(folder.read("out.mif"),
             "Version 450\nCoordSys NonEarth Units \"m\" Bounds (-1, -2) ( 3,4.5 )\nUnique 1\n");
-  EXPECT_EQ(bounds.xMin, -1.0);
-  EXPECT_EQ(bounds.yMin, -2.0);
-  EXPECT_EQ(bounds.xMax, 3.0);
-  EXPECT_EQ(bounds.yMax, 4.5);
+  EXPECT_EQ((std::array{bounds.xMin, bounds.yMin, bounds.xMax, bounds.yMax}),
+            (std::array{-1.0, -2.0, 3.0, 4.5}));
   EXPECT_EQ(record->log_unit, module.logUnit) << "the log of the call was for the call";
 }
 

@@ -1,37 +1,23 @@
 #include "output/sms_dataset.hpp"
 
 #include <bit>
-#include <cstring>
 #include <vector>
 
 #include "support/test_module.hpp"
-#include "this_system.hpp"
 
 namespace nivaro {
 namespace {
 
-// Takes a dataset apart, number by number.
-struct Bytes {
-  template <typename T>
-  T take() {
-    static_assert(std::endian::native == std::endian::little);
-    T value{};
-    const std::string bytes = text(sizeof value);
-    EXPECT_EQ(bytes.size(), sizeof value) << "the file is too short";
-    std::memcpy(&value, bytes.data(), bytes.size());
-    return value;
-  }
-  std::int32_t integer() { return take<std::int32_t>(); }
-  float real() { return take<float>(); }
-  int flag() { return take<std::int8_t>(); }
-  std::string text(std::size_t length) {
-    const std::string taken = content.substr(0, length);
-    content.erase(0, length);
-    return taken;
-  }
+using namespace std::string_literals;
 
-  std::string content;
-};
+// The bytes of numbers, one behind the other.
+template <typename... Numbers>
+std::string bytesOf(Numbers... numbers) {
+  static_assert(std::endian::native == std::endian::little);
+  std::string bytes;
+  (bytes.append(reinterpret_cast<const char*>(&numbers), sizeof numbers), ...);
+  return bytes;
+}
 
 struct Dataset : test::ModuleTest {
   static constexpr int kN = 4;
@@ -40,7 +26,7 @@ struct Dataset : test::ModuleTest {
 
   Dataset() { dataset.open(folder.path("run_morDH.dat")); }
 
-  Bytes file() const { return {folder.bytes("run_morDH.dat")}; }
+  std::string file() const { return folder.bytes("run_morDH.dat"); }
 
   CellFlags flags(double time, double offset, std::int32_t skippedCode) {
     return {.time = time,
@@ -63,11 +49,9 @@ TEST_F(Dataset, HeaderHoldsTheCardsInOrder) {
   dataset.setSettings({.numData = 7, .numCells = 5});
   dataset.writeHeader("Bed change (m)");
 
-  Bytes bytes = file();  // on the disk without closing
-  for (const int expected : {3000, 100, 3, 110, 4, 120, 1, 250, 0, 130, 170, 7, 180, 5, 190})
-    EXPECT_EQ(bytes.integer(), expected);
-  EXPECT_EQ(bytes.text(40), "DELH Bed change (m)                     ");
-  EXPECT_EQ(bytes.content, "");
+  // On the disk without closing.
+  EXPECT_EQ(file(), bytesOf(3000, 100, 3, 110, 4, 120, 1, 250, 0, 130, 170, 7, 180, 5, 190) +
+                        "DELH Bed change (m)                     ");
 }
 
 TEST_F(Dataset, TwoDomainsShareARecordThatTheLastOnePads) {
@@ -82,27 +66,25 @@ TEST_F(Dataset, TwoDomainsShareARecordThatTheLastOnePads) {
   const std::vector<std::int32_t> pointI{1, 2, 3};
   const std::vector<std::int32_t> pointJ{1, 2, 2};
 
-  dataset.writeFlags({1, 2}, flags(1.5, 0.0, 9), kRange);        // one flag
-  dataset.writeFlags({2, 2}, flags(1.5, 0.0, 9), {2, 1, 3, 1});  // two flags, padded to 6
-  dataset.writeValues({1, 2}, 3,
-                      CornerValues{.cellBedChange = {cell.data(), kN, kM},
-                                   .cornerBedChange = {corner.data(), kN, kM},
-                                   .pointI = pointI,
-                                   .pointJ = pointJ},
-                      kRange);
-  dataset.writeValues({2, 2}, 1, std::nullopt, kRange);  // one zero, padded to 5
-  dataset.writeEnd();
+  for (int time = 0; time < 2; ++time) {
+    dataset.writeFlags({1, 2}, flags(1.5, 0.0, 9), kRange);        // one flag
+    dataset.writeFlags({2, 2}, flags(1.5, 0.0, 9), {2, 1, 3, 1});  // two flags, padded to 6
+    dataset.writeValues({1, 2}, 3,
+                        CornerValues{.cellBedChange = {cell.data(), kN, kM},
+                                     .cornerBedChange = {corner.data(), kN, kM},
+                                     .pointI = pointI,
+                                     .pointJ = pointJ},
+                        kRange);
+    dataset.writeValues({2, 2}, 1, std::nullopt, kRange);  // one zero, padded to 5
+  }
 
-  Bytes bytes = file();
-  EXPECT_EQ(bytes.integer(), 200);
-  EXPECT_EQ(bytes.flag(), 1);
-  EXPECT_EQ(bytes.real(), 1.5F);
-  for (const int expected : {0, 1, 1, 0, 0, 0}) EXPECT_EQ(bytes.flag(), expected);
   // A corner is the mean of its four cells: (1, 1) touches (2, 2); (2, 2) touches (2, 2) and
   // (3, 3); (3, 2) touches (3, 3).
-  for (const float expected : {0.1F, 0.3F, 0.2F, 0.0F, 0.0F}) EXPECT_EQ(bytes.real(), expected);
-  EXPECT_EQ(bytes.integer(), 210);
-  EXPECT_EQ(bytes.content, "");
+  const std::string whole =
+      bytesOf(200, '\1', 1.5F) + "\0\1\1\0\0\0"s + bytesOf(0.1F, 0.3F, 0.2F, 0.0F, 0.0F);
+  EXPECT_EQ(file(), whole + whole) << "it is on the disk when its last domain is written";
+  dataset.writeEnd();
+  EXPECT_EQ(file(), whole + whole + bytesOf(210));
 }
 
 TEST_F(Dataset, DepthThresholdIsStrictAndNeedsAnActiveCell) {
@@ -113,25 +95,8 @@ TEST_F(Dataset, DepthThresholdIsStrictAndNeedsAnActiveCell) {
   dataset.writeFlags({1, 1}, flags(0, 0, 9), kRange);
   dataset.writeEnd();
 
-  Bytes bytes = file();
-  for (const int expected : {1, 0}) {
-    bytes.text(4 + 1 + 4);
-    EXPECT_EQ(bytes.flag(), 0);
-    EXPECT_EQ(bytes.flag(), expected);
-    bytes.text(2);
-  }
-}
-
-TEST_F(Dataset, CellsAreWalkedWithTheSecondIndexInside) {
-  dataset.setSettings({.numData = 0, .numCells = 6});
-  active.assign(kN * kM, 0);
-  active[1 + kN] = -1;  // cell (2, 2): second of the walk (2, 1), (2, 2), (2, 3), (3, 1) ...
-  dataset.writeFlags({1, 1}, flags(0, 0, 9), {2, 1, 3, 3});
-  dataset.writeEnd();
-
-  Bytes bytes = file();
-  bytes.text(9);
-  for (const int expected : {0, 1, 0, 0, 0, 0}) EXPECT_EQ(bytes.flag(), expected);
+  const std::string card = bytesOf(200, '\1', 0.0F);
+  EXPECT_EQ(file(), card + "\0\1\0\0"s + card + "\0\0\0\0"s + bytesOf(210));
 }
 
 // Larger than the blocks in which flags are turned from the order of memory to that of the file.
@@ -159,40 +124,14 @@ TEST_F(Dataset, FlagsOfManyRowsAndColumnsKeepTheirPlaces) {
                      {2, 2, kRows, kColumns});
   dataset.writeEnd();
 
-  EXPECT_TRUE(file().text(expected.size()) == expected);
+  EXPECT_TRUE(file() == expected + bytesOf(210));
 }
 
 TEST_F(Dataset, TimeCodeCombinesTimeAndOffset) {
   dataset.setSettings({.timeCodeSwitch = 1});
   dataset.writeFlags({1, 1}, flags(2.5, 3.0, 1), kRange);  // all cells skipped
   dataset.writeEnd();
-
-  Bytes bytes = file();
-  bytes.text(5);
-  EXPECT_EQ(bytes.real(), static_cast<float>(300.0025));
-}
-
-TEST_F(Dataset, RecordIsOnTheDiskWhenItsLastDomainIsWritten) {
-  dataset.setSettings({.numData = 2, .numCells = 2});
-  dataset.writeFlags({1, 1}, flags(1, 0, 9), kRange);
-  dataset.writeValues({1, 1}, 0, std::nullopt, kRange);
-
-  EXPECT_EQ(folder.bytes("run_morDH.dat").size(), 9U + 2U + 2U * 4U);
-}
-
-TEST_F(Dataset, FullDiskEndsTheRunAndNamesTheFile) {
-  if (!test::hasFullDisk()) GTEST_SKIP();
-  dataset.open(test::kFullDisk);
-
-  EXPECT_THROW(dataset.writeHeader("x"), test::ProcessEnded);
-  EXPECT_TRUE(shown("ERROR - Could not write file \"/dev/full\""));
-}
-
-TEST_F(Dataset, NothingIsWrittenWithoutAnOpenSlot) {
-  test::TestModule fresh;
-  fresh.module.dataset.writeHeader("x");
-  fresh.module.dataset.writeEnd();
-  EXPECT_EQ(fresh.console.output, "");
+  EXPECT_EQ(file(), bytesOf(200, '\1', static_cast<float>(300.0025), 210));
 }
 
 }  // namespace

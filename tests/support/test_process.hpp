@@ -3,6 +3,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -11,7 +12,8 @@
 
 namespace nivaro::test {
 
-// Keeps all output, answers from a script; standard input has ended when the script has.
+// Keeps all output, answers from a script; standard input has ended when the script has. `beforeAnswer` is
+// what the person does before an answer.
 class ScriptedConsole final : public Console {
  public:
   void line(std::string_view text) override {
@@ -20,6 +22,7 @@ class ScriptedConsole final : public Console {
   }
   void open(std::string_view text) override { output += text; }
   bool readLine(std::string& answer) override {
+    if (beforeAnswer) beforeAnswer();
     if (answers.empty()) return false;
     answer = answers.front();
     answers.pop_front();
@@ -30,6 +33,7 @@ class ScriptedConsole final : public Console {
 
   std::string output;
   std::deque<std::string> answers;
+  std::function<void()> beforeAnswer;
 };
 
 struct ProcessEnded {

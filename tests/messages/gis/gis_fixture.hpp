@@ -7,7 +7,6 @@
 
 #include "messages/gis/layer_table.hpp"
 #include "support/test_module.hpp"
-#include "this_system.hpp"
 
 namespace nivaro::gis::test {
 
@@ -42,11 +41,6 @@ class GisTest : public nivaro::test::ModuleTest {
     console.output.clear();
     EXPECT_THROW(call(), nivaro::test::ProcessEnded);
     return console.output;
-  }
-
-  // A file of this name takes no byte, as on a full disk.
-  void makeFull(std::string_view name) const {
-    std::filesystem::create_symlink(nivaro::test::kFullDisk, folder.path(name));
   }
 
   FileUnits& files = module.files;

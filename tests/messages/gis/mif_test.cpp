@@ -101,26 +101,22 @@ TEST_F(Mif, PairIsWholeAfterEachObjectAndEachRecord) {
 }
 
 TEST_F(Mif, ColumnsHaveTheirTypeAndWidth) {
-  LayerSettings wanted = settingsFor(LayerFormat::Mif, "a");
-  wanted.columns = {{"Bed_level", ColumnType::Decimal, 10, 3},
-                    {"n", ColumnType::Integer},
-                    {"D50", ColumnType::Float},
-                    {"On", ColumnType::Date}};
-  layers.gisOpenLayer(wanted);
-
-  const std::string header = folder.read("a.mif");
-  EXPECT_THAT(header, HasSubstr("Columns 4\n  Bed_level Decimal(10,3)\n  n Integer\n"
-                                "  D50 Float\n  On Date\nData\n"));
-  EXPECT_THAT(header, HasSubstr("CoordSys NonEarth Units \"m\" Bounds ("));
+  layers.gisOpenLayer(
+      {.name = folder.path("a"),
+       .columns = {{"A_name_that_is_longer_than_the_31_allowed", ColumnType::Integer},
+                   {"Bed_level", ColumnType::Decimal, 10, 3},
+                   {"D50", ColumnType::Float},
+                   {"On", ColumnType::Date}}});
+  EXPECT_THAT(folder.read("a.mif"),
+              HasSubstr("\nCoordSys NonEarth Units \"m\" Bounds (-10000000, -10000000) (10000000, "
+                        "10000000)\nColumns 4\n  A_name_that_is_longer_than_the_ Integer\n"
+                        "  Bed_level Decimal(10,3)\n  D50 Float\n  On Date\nData\n"));
 }
 
-TEST(QuotedText, KeepsItsClosingQuoteWithinTheLimit) {
+TEST(QuotedText, StaysOnOneLineWithItsClosingQuoteWithinTheLimit) {
   EXPECT_EQ(quotedText("a \"b\" c  "), "\"a \"\"b\"\" c\"");
   EXPECT_EQ(quotedText("abcdef", 5), "\"abc\"");
   EXPECT_EQ(quotedText("ab\"cd", 5), "\"ab\"");  // half a doubled quote would end the text
-}
-
-TEST(QuotedText, StaysOnOneLine) {
   EXPECT_EQ(quotedText("a\r\nb\tc\x1A\n"), "\"a  b\tc\"");
 }
 
