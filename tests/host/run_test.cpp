@@ -3,9 +3,13 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <map>
+#include <sstream>
 #include <string>
 
 #include "support/temp_folder.hpp"
@@ -16,20 +20,23 @@ using nivaro::test::TempFolder;
 using testing::HasSubstr;
 using testing::Not;
 
-// A short reach with a step in its bed, written with its control file into a folder "my case".
-void writeCase(const TempFolder& folder, const std::string& control) {
-  std::filesystem::create_directory(folder.path("my case"));
-  folder.write("my case/case.toml", R"(name = "reach"
+// A short reach with a step in its bed, along x or along y, with its control file in a folder "my case".
+void writeCase(const TempFolder& folder, const std::string& control, bool isAcross = false) {
+  const std::string direction = isAcross ? R"(
+grid = { columns = 3, rows = 12, cell_size = 1.0, origin = [50.0, 100.0] }
+boundary = { south = { discharge = 1.8 }, north = { level = 1.0 } }
+initial = { level = 1.0, discharge = [0.0, 0.6] }
+bed = { level = 0.0, profile = [{ along = "y", depths = [[104, 0.0], [107, 0.3]] }] })"
+                                         : R"(
 grid = { columns = 12, rows = 3, cell_size = 1.0, origin = [100.0, 50.0] }
-roughness = { height = 0.03 }
 boundary = { west = { discharge = 1.8 }, east = { level = 1.0 } }
 initial = { level = 1.0, discharge = [0.6, 0.0] }
+bed = { level = 0.0, profile = [{ depths = [[104, 0.0], [107, 0.3]] }] })";
+  std::filesystem::create_directory(folder.path("my case"));
+  folder.write("my case/case.toml", "name = \"reach\"" + direction + R"(
+roughness = { height = 0.03 }
 time = { duration_h = 0.5, morphology_step_s = 10, acceleration = 20, spin_up_s = 60, output_h = [0.2] }
 morphology = { control_file = "sand.mcf" }
-[bed]
-level = 0.0
-[[bed.profile]]
-depths = [[104, 0.0], [107, 0.3]]
 )");
   folder.write("my case/sand.mcf", control);
 }
@@ -74,6 +81,10 @@ TEST(HostRun, WritesADatasetThatFitsItsMesh) {
   std::memcpy(&lastTime, dataset.data() + dataset.size() - 4 - 4 * nodes - elements - 4, 4);
   EXPECT_EQ(lastTime, 0.5f);
 
+  // No drop of water is lost, and no grain between what the module says of its steps and the bed.
+  const std::string summary = folder.read("new folder/out/reach_summary.csv");
+  for (const std::string row : {"\nunexplained,", "\nwater_error,"})
+    EXPECT_NEAR(std::stod(summary.substr(summary.find(row) + row.size())), 0, 1e-9) << row;
   EXPECT_THAT(folder.read("said"), HasSubstr("reach_bed_change.csv"));
   EXPECT_THAT(folder.read("said"), Not(HasSubstr("\r")));
   EXPECT_THAT(folder.read("new folder/out/reach.mlf"), HasSubstr("Morphology Fall Velocity == "));
@@ -81,6 +92,36 @@ TEST(HostRun, WritesADatasetThatFitsItsMesh) {
   const std::string change = folder.read("new folder/out/reach_bed_change.csv");
   EXPECT_EQ(std::count(change.begin(), change.end(), '\n'), 1 + 3 * 36);
   EXPECT_THAT(change, HasSubstr("\n0.5000,111.5000,52.5000,"));
+}
+
+// Change of the bed by time, distance along the reach and across it.
+std::map<std::array<double, 3>, double> bedChanges(const TempFolder& folder, bool isAcross) {
+  std::string table = folder.read("out/reach_bed_change.csv");
+  std::replace(table.begin(), table.end(), ',', ' ');
+  std::istringstream rows(table.substr(table.find('\n')));
+  std::map<std::array<double, 3>, double> changes;
+  for (double time, x, y, bed, change, depth, speed;
+       rows >> time >> x >> y >> bed >> change >> depth >> speed;)
+    changes[{time, isAcross ? y : x, isAcross ? x : y}] = change;
+  return changes;
+}
+
+TEST(HostRun, AReachAlongTheOtherAxisGetsTheSameBed) {
+  const TempFolder folders[2];
+  for (const bool isAcross : {false, true}) {
+    const TempFolder& folder = folders[isAcross];
+    writeCase(folder, kSand, isAcross);
+    ASSERT_EQ(run(folder, "'my case' --library '" MODULE_LIBRARY "' --out out"), 0);
+  }
+  const auto along = bedChanges(folders[0], false), across = bedChanges(folders[1], true);
+  ASSERT_EQ(along.size(), 3 * 36u);
+  double largest = 0;
+  for (const auto& [place, change] : along) {
+    ASSERT_TRUE(across.contains(place)) << place[0] << ' ' << place[1] << ' ' << place[2];
+    EXPECT_NEAR(across.at(place), change, 1.5e-6);  // of six decimals
+    largest = std::max(largest, std::abs(change));
+  }
+  EXPECT_GT(largest, 0.001);
 }
 
 TEST(HostRun, SaysWhyItCannotGoOnAndEndsWithACodeForIt) {
