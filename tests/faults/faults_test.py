@@ -12,15 +12,18 @@ import pathlib
 import resource
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
 
 import result_files
 
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from program_test import ProgramTest  # noqa: E402
+
 SHIM = SCENARIO_HOST = LAYER_HOST = LONG_RUN_HOST = None
 EVERY = False
 DONE = 7  # exit code of a host whose run came to its end
+EMPTY_LAYER = 'Version 300\nDelimiter ","\nColumns 1\n a Float\nData\n'
 
 CANNOT_WRITE = 'ERROR - Could not write file "{file}": {reason}.'
 # What a write error of each file makes of a run: the message that ends it (one of them), or that it
@@ -89,35 +92,30 @@ class Run:
         return found
 
 
-class FaultsTest(unittest.TestCase):
+class FaultsTest(ProgramTest):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory(prefix="nivaro faults ")
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
-        self.control = str(self.write("control.mcf", "Slump Slope == 2\n"))
+        super().setUp()
+        self.control = self.write("control.mcf", "Slump Slope == 2\n")
         self.runs = 0
+        # Hosts that write all kinds of files, with what a write error of each makes of a run.
+        self.writers = (([SCENARIO_HOST, "everything", self.control], EVERYTHING),
+                        ([LAYER_HOST], LAYERS))
 
-    def write(self, name, text):
-        path = self.folder / name
-        path.write_text(text)
-        return path
-
-    def new_folder(self):
+    def run_host(self, *command, code=None, **more):
+        """A run in a new folder, which ends with this code."""
         self.runs += 1
         folder = self.folder / f"{self.runs:05}"  # a project file holds its own path: one length
         folder.mkdir()
-        return folder
-
-    def run_host(self, *command, **more):
-        return Run(self.new_folder(), *command, **more)
+        run = Run(folder, *command, **more)
+        if code is not None:
+            self.assertEqual(run.code, code, run.shown[-800:])
+        return run
 
     def run_everything(self, **more):
         return self.run_host(SCENARIO_HOST, "everything", self.control, **more)
 
     def whole(self):
-        run = self.run_everything()
-        self.assertEqual(run.code, DONE, run.shown)
-        return run.holds()
+        return self.run_everything(code=DONE).holds()
 
     def check_held(self, run, whole, but=None):
         """What the undisturbed run holds is there, as far as it was reported to be."""
@@ -142,9 +140,8 @@ class WriteFaults(FaultsTest):
         step = 11 if size < 600 else size // 11
         return sorted({*range(0, size, step), 1, 2, size - 1, size})
 
-    def check_every_place(self, host, command, files):
-        whole_run = self.run_host(host, *command)
-        self.assertEqual(whole_run.code, DONE, whole_run.shown)
+    def check_every_place(self, command, files):
+        whole_run = self.run_host(*command, code=DONE)
         whole = whole_run.holds()
         for suffix, messages in files.items():
             size = os.path.getsize(whole_run.prefix + suffix)
@@ -152,7 +149,7 @@ class WriteFaults(FaultsTest):
                       for call, error in (("size", errno.ENOSPC), ("write", errno.EIO))]
             for call, error, place in [*faults, ("size", 0, size // 2)]:
                 with self.subTest(file=suffix, call=call, error=error, place=place):
-                    run = self.run_host(host, *command, file="run" + suffix, call=call, at=place,
+                    run = self.run_host(*command, file="run" + suffix, call=call, at=place,
                                         errno=error)
                     if messages is None or (place == size and call == "size"):
                         self.assertEqual(run.code, DONE, run.shown)
@@ -174,18 +171,17 @@ class WriteFaults(FaultsTest):
             self.assertTrue(any(text in log.read_text() for text in messages))
 
     def test_disk_that_fails_under_any_file_of_a_run(self):
-        self.check_every_place(SCENARIO_HOST, ["everything", self.control], EVERYTHING)
+        self.check_every_place(*self.writers[0])
 
     def test_disk_that_fails_under_any_file_of_gis_layers(self):
-        self.check_every_place(LAYER_HOST, [], LAYERS)
+        self.check_every_place(*self.writers[1])
 
     def test_log_goes_on_when_the_disk_has_room_again(self):
         whole = self.run_everything()
         lines = result_files.log_lines(whole.prefix)
         for place in self.places(os.path.getsize(whole.prefix + ".mlf"))[:-1]:
             run = self.run_everything(file="run.mlf", call="size", at=place, errno=errno.ENOSPC,
-                                      times=1)
-            self.assertEqual(run.code, DONE, run.shown)
+                                      times=1, code=DONE)
             held = result_files.log_lines(run.prefix)
             lost = [line for line in lines if line not in held]
             self.assertLessEqual(len(lost), 1, place)
@@ -194,19 +190,16 @@ class WriteFaults(FaultsTest):
         whole = self.whole()
         for limit in (0, 300, 1000, 2000, 4000):
             with self.subTest(limit=limit):
-                run = self.run_everything(
-                    limit=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (limit, limit)))
-                self.assertEqual(run.code, 1, run.shown)
+                run = self.run_everything(code=1, limit=lambda: resource.setrlimit(
+                    resource.RLIMIT_FSIZE, (limit, limit)))
                 self.assertIn("ERROR", run.shown)
                 self.check_held(run, whole, but="run.mlf")
 
     def test_writes_in_pieces_and_interrupted_leave_the_same_bytes(self):
-        for host, command, files in ((SCENARIO_HOST, ["everything", self.control], EVERYTHING),
-                                     (LAYER_HOST, [], LAYERS)):
-            whole = self.run_host(host, *command)
+        for command, files in self.writers:
+            whole = self.run_host(*command)
             for suffix in files:
-                run = self.run_host(host, *command, file="run" + suffix, piece=3)
-                self.assertEqual(run.code, DONE, run.shown)
+                run = self.run_host(*command, file="run" + suffix, piece=3, code=DONE)
                 bytes_of = [pathlib.Path(r.prefix + suffix).read_bytes() for r in (whole, run)]
                 same_folder = bytes_of[1].replace(run.folder.name.encode(),
                                                   whole.folder.name.encode())
@@ -218,12 +211,10 @@ class WriteFaults(FaultsTest):
             for error in (errno.EACCES, errno.EMFILE, errno.ENOSPC):
                 with self.subTest(file=suffix, error=error):
                     fault = {"file": "run" + suffix, "call": "open", "errno": error}
-                    once = self.run_everything(times=1, **fault)
-                    self.assertEqual(once.code, DONE, once.shown)
+                    once = self.run_everything(times=1, code=DONE, **fault)
                     self.assertIn("...Can't Open: " + once.prefix + suffix, once.shown)
                     self.check_held(once, whole)
-                    always = self.run_everything(standard_input=b"\n\n", **fault)
-                    self.assertEqual(always.code, 1)
+                    always = self.run_everything(standard_input=b"\n\n", code=1, **fault)
                     self.assertGreaterEqual(always.shown.count(" Another application or user"), 2)
                     self.assertIn("nobody can answer: Press Enter to Continue", always.shown)
                     self.check_held(always, whole)
@@ -234,51 +225,45 @@ class WriteFaults(FaultsTest):
 
     def test_input_that_cannot_be_read_is_not_taken_for_one_that_has_ended(self):
         square = "Region 1\n 4\n0 0\n4 0\n4 4\n0 4\n    Pen (1,2,0)\n"
-        self.write("layer.mif", 'Version 300\nDelimiter ","\nColumns 1\n a Float\nData\n' + 3 * square)
+        self.write("layer.mif", EMPTY_LAYER + 3 * square)
         self.write("layer.mid", "1\n2\n3\n")
         self.write("table.mid", "1,1,0.5\n2,2,0.7\n")
         self.write("nested.mcf", "Slump Slope == 2\n" * 3)
         control = self.write("inputs.mcf", "Read MI Morphology D50 == layer\n"
                              "Read MID Morphology D90 == table.mid\nRead File == nested.mcf\n")
-        whole = self.run_host(SCENARIO_HOST, "control_file", str(control))
-        self.assertEqual(whole.code, DONE, whole.shown)
+        command = [SCENARIO_HOST, "control_file", control]
+        self.run_host(*command, code=DONE)
         for name in ("inputs.mcf", "layer.mif", "layer.mid", "table.mid", "nested.mcf"):
             size = os.path.getsize(self.folder / name)
             for place in [place for place in self.places(size) if place < size]:
                 with self.subTest(file=name, place=place):
-                    run = self.run_host(SCENARIO_HOST, "control_file", str(control),
-                                        file="/" + name, call="read", at=place, errno=errno.EIO)
-                    self.assertEqual(run.code, 1, run.shown)
+                    run = self.run_host(*command, file="/" + name, call="read", at=place,
+                                        errno=errno.EIO, code=1)
                     self.assertIn("ERROR", run.shown)
-            run = self.run_host(SCENARIO_HOST, "control_file", str(control), file="/" + name,
-                                call="open", errno=errno.EIO)
-            self.assertEqual(run.code, 1)
+            run = self.run_host(*command, file="/" + name, call="open", errno=errno.EIO, code=1)
             self.assertRegex(run.shown, f'Could not open ".*{name}": Input/output error')
 
     def test_close_that_fails_is_told(self):
         whole = self.whole()
         for suffix in ("_mor.wor", "_mor_check.mif", "_mor_check.mid"):
-            run = self.run_everything(file="run" + suffix, call="close", errno=errno.EIO)
-            self.assertEqual(run.code, DONE, run.shown)
+            run = self.run_everything(file="run" + suffix, call="close", errno=errno.EIO,
+                                      code=DONE)
             self.assertIn(f"Could not write all of {run.prefix}{suffix}: Input/output error\n",
                           run.shown)
             self.check_held(run, whole)
         run = self.run_host(SCENARIO_HOST, "exits", file="run.mlf", call="close",
-                            errno=errno.ENOSPC)
-        self.assertEqual(run.code, 1)
+                            errno=errno.ENOSPC, code=1)
         self.assertTrue(run.shown.endswith("run.mlf: No space left on device\n"), run.shown)
 
     def test_layer_whose_place_cannot_be_found_ends_the_run(self):
-        for host, command, files in ((SCENARIO_HOST, ["everything", self.control],
-                                      ["_messages.mid"]),
-                                     (LAYER_HOST, [], [".mid", "_P.shp", "_L.shx", "_R.dbf", ".qgs"])):
-            whole = self.run_host(host, *command).holds()
-            for suffix in files:
+        for command, files in self.writers:
+            whole = self.run_host(*command).holds()
+            for suffix in {"_messages.mid", ".mid", "_P.shp", "_L.shx", "_R.dbf", ".qgs"} & {*files}:
                 for at in (0, 1, 17):
-                    run = self.run_host(host, *command, file="run" + suffix, call="seek", at=at,
+                    run = self.run_host(*command, file="run" + suffix, call="seek", at=at,
                                         errno=errno.EIO)
                     if run.code != DONE:  # the place of the end is known without the system
-                        self.check_ended(run, {**EVERYTHING, **LAYERS}[suffix])
+                        self.check_ended(run, files[suffix])
                     self.check_held(run, whole)
 
 
@@ -311,38 +296,32 @@ class StandardStreams(FaultsTest):
             for scenario, code in (("everything", DONE), ("exits", 1)):
                 with self.subTest(screen=name, scenario=scenario):
                     output = screen() if screen else None
-                    run = self.run_host(SCENARIO_HOST, scenario, self.control,
+                    run = self.run_host(SCENARIO_HOST, scenario, self.control, code=code,
                                         standard_output=output,
                                         limit=None if screen else lambda: os.close(1))
                     if output is not None:
                         os.close(output)
-                    self.assertEqual(run.code, code)
                     if code == DONE:
                         self.check_held(run, whole)
 
     def questions(self):
         """Scenario, the question, its exit code when nobody answers."""
-        layer = self.folder / "late"
         for extension, age in ((".tab", 0), (".mif", 100), (".mid", 100)):
-            self.write("late" + extension, 'Version 300\nDelimiter ","\nColumns 1\n a Float\nData\n')
-            os.utime(str(layer) + extension, (1e9 - age, 1e9 - age))
+            os.utime(self.write("late" + extension, EMPTY_LAYER), (1e9 - age, 1e9 - age))
         late = self.write("late.mcf", "Read MI Morphology D50 == late\n")
         nested = self.write("nested.mcf", "Read File == not_there.mcf\n")
         nobody = "nobody can answer: "
         return [
             (("control_file", "not_there.mcf"), nobody + "Check file exists", 1),
-            (("control_file", str(nested)), nobody + "Check file exists", 1),
+            (("control_file", nested), nobody + "Check file exists", 1),
             (("start_twice",), "run.mlf is already open, close it?", 1),
-            (("save_date", str(late)), nobody + "Re-export mif file and press Enter", 1),
+            (("save_date", late), nobody + "Re-export mif file and press Enter", 1),
             (("control_file", " "), "Empty filename specified.", 1),
             (("everything", self.control), "Press Enter to Continue\n", DONE),
             (("exits",), "Press Enter to Close\n", 1),
         ]
 
     def test_input_that_answers_no_question_never_hangs_a_run(self):
-        def closed():
-            os.close(0)
-
         inputs = {"ended": b"", "closed": None,
                   "null": lambda: os.open("/dev/null", os.O_RDONLY),
                   "zeros without end": lambda: os.open("/dev/zero", os.O_RDONLY),
@@ -353,11 +332,10 @@ class StandardStreams(FaultsTest):
             for name, given in inputs.items():
                 with self.subTest(scenario=command, input=name):
                     source = given() if callable(given) else given
-                    run = self.run_host(SCENARIO_HOST, *command, standard_input=source,
-                                        limit=closed if given is None else None)
+                    run = self.run_host(SCENARIO_HOST, *command, standard_input=source, code=code,
+                                        limit=None if name != "closed" else lambda: os.close(0))
                     if callable(given):
                         os.close(source)
-                    self.assertEqual(run.code, code, run.shown[-500:])
                     self.assertIn(question, run.shown)
 
     def test_input_that_does_not_wait_is_waited_for(self):
@@ -370,26 +348,24 @@ class StandardStreams(FaultsTest):
             os.write(writer, str(self.folder / "there.mcf").encode() + b"\n")
             os._exit(0)
         os.close(writer)
-        run = self.run_host(SCENARIO_HOST, "control_file", "not_there.mcf", standard_input=reader)
+        self.run_host(SCENARIO_HOST, "control_file", "not_there.mcf", standard_input=reader,
+                      code=DONE)
         os.close(reader)
-        self.assertEqual(run.code, DONE, run.shown)
 
 
 class Memory(FaultsTest):
     def test_missing_memory_ends_the_run_with_its_message(self):
         self.write("all.mid", "1\n")
-        self.write("all.mif", 'Version 300\nDelimiter ","\nColumns 1\n a Float\nData\n'
-                              "Region 1\n 4\n1 1\n45 1\n45 45\n1 45\n")
+        self.write("all.mif", EMPTY_LAYER + "Region 1\n 4\n1 1\n45 1\n45 45\n1 45\n")
         control = self.write("all.mcf", "Read MI Morphology D50 == all\n")
         for largest, code in ((250_000, DONE), (100_000, 1)):  # 440 x 440 cells, one byte each
-            run = self.run_host(LONG_RUN_HOST, "rounds", str(control), "1", "500", "500",
-                                malloc=largest)
-            self.assertEqual(run.code, code, run.shown)
+            run = self.run_host(LONG_RUN_HOST, "rounds", control, "1", "500", "500",
+                                malloc=largest, code=code)
         long_line = self.write("long.mcf", "Hiding Exponent == " + 3_000_000 * "0")
-        for job, calls, purpose in (
-                ("rounds", str(long_line), "control file"), ("steps", self.control, "morphology step")):
-            other = self.run_host(LONG_RUN_HOST, job, calls, "1", "500", "500", malloc=1_000_000)
-            self.assertEqual(other.code, 1, other.shown)
+        for job, calls, purpose in (("rounds", long_line, "control file"),
+                                    ("steps", self.control, "morphology step")):
+            other = self.run_host(LONG_RUN_HOST, job, calls, "1", "500", "500",
+                                  malloc=1_000_000, code=1)
             self.assertTrue(other.shown.endswith(
                 f"\nERROR - Could not allocate memory (RAM) for the {purpose}.\n\nClosing any "
                 "unclosed GIS layers...\n\nPress Enter to Close\n"), other.shown)

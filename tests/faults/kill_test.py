@@ -9,22 +9,16 @@ import pathlib
 import random
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
 
 import result_files
 
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from program_test import SAND, ProgramTest  # noqa: E402
+
 SCENARIO_HOST = MORPHOLOGY_HOST = None
 KILLS = 20  # of each host
-SAND = """Set Morphology D50 == 0.00016
-Set Morphology D90 == 0.00020
-Morphology Fall Velocity == 0.013
-Morphology Current Related Roughness == 0.025
-Morphology Reference Level == 0.0125
-Morphology Mixing Layer Thickness == 0.0125
-Set Morphology Bed Limit Elevation == -0.01
-"""
 # A hump in a flume, with a time record of each of 400 steps. It wears down to the bed limit, which
 # makes messages.
 CASE = """name = "run"
@@ -44,12 +38,8 @@ spin_up_s = 1.0
 """
 
 
-class KillTest(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory(prefix="nivaro kill ")
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
-        self.random = random.Random(1)
+class KillTest(ProgramTest):
+    random = random.Random(1)
 
     def kill_after(self, seconds, *command, first_line=False):
         """What a host said on standard error until it was killed, so long after its start or after
@@ -71,12 +61,11 @@ class KillTest(unittest.TestCase):
         return log.splitlines()
 
     def test_host_that_is_told_what_is_written(self):
-        control = self.folder / "control.mcf"
-        control.write_text("Slump Slope == 2\n")
+        control = self.write("control.mcf", "Slump Slope == 2\n")
         prefix = str(self.folder / "run")
         for kill in range(KILLS):
             said = self.kill_after(self.random.uniform(0, 0.1), SCENARIO_HOST,
-                                   "everything_endless", prefix, str(control), first_line=True)
+                                   "everything_endless", prefix, control, first_line=True)
             told = said.count(b"\n")
             log = self.check_log(prefix)
             records = result_files.dataset_records(prefix)
@@ -89,8 +78,8 @@ class KillTest(unittest.TestCase):
             self.assertEqual(len(result_files.mif_objects(prefix + "_mor_check")), 12)
 
     def test_example_host(self):
-        (self.folder / "case.mcf").write_text(SAND)
-        (self.folder / "case.toml").write_text(CASE)
+        self.write("case.mcf", SAND + "Set Morphology Bed Limit Elevation == -0.01\n")
+        self.write("case.toml", CASE)
 
         def run_for(seconds, out):
             self.kill_after(seconds, MORPHOLOGY_HOST, self.folder, "--out", self.folder / out)

@@ -7,32 +7,17 @@ import os
 import pathlib
 import subprocess
 import sys
-import tempfile
 import unittest
+
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from program_test import SAND, ProgramTest  # noqa: E402
 
 LONG_RUN_HOST = None
 STEPS, ROUNDS = 40_000, 10_000
-SAND = """Set Morphology D50 == 0.00016
-Set Morphology D90 == 0.00020
-Morphology Fall Velocity == 0.013
-Morphology Current Related Roughness == 0.025
-Morphology Reference Level == 0.0125
-Morphology Mixing Layer Thickness == 0.0125
-"""
 DEPTH, TRENCH = 0.39, 0.15  # of the host's flume, m
 
 
-class LongRunTest(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory(prefix="nivaro long ")
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
-
-    def write(self, name, text):
-        path = self.folder / name
-        path.write_text(text)
-        return str(path)
-
+class LongRunTest(ProgramTest):
     def run_host(self, what, control, count):
         run = subprocess.run([LONG_RUN_HOST, what, str(self.folder / "run"), control, str(count)],
                              stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,

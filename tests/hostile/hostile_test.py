@@ -11,8 +11,10 @@ import re
 import resource
 import subprocess
 import sys
-import tempfile
 import unittest
+
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from program_test import ProgramTest  # noqa: E402
 
 HOST = LIBRARY = None
 GOES_ON, ENDED = 7, 1  # exit codes of the host: its own, and that of a run that cannot go on
@@ -74,16 +76,14 @@ WHOLE = {
 Run = collections.namedtuple("Run", "code output")
 
 
-class HostileTest(unittest.TestCase):
+class HostileTest(ProgramTest):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory(prefix="nivaro_hostile_")
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
+        super().setUp()
         self.write(WHOLE)
 
     def write(self, files):
         for name, content in files.items():
-            (self.folder / name).write_bytes(content)
+            super().write(name, content)
 
     def run_host(self, what, control="run.mcf", stdin=b""):
         """The run with the files as they are. It ends in one of two ways, whatever they hold."""

@@ -10,9 +10,11 @@ import signal
 import struct
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
+
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from program_test import ProgramTest  # noqa: E402
 
 HOST = RESTART_HOST = NATIVE_HOST = None  # commands: under Wine a launcher comes first
 IS_WINDOWS = False
@@ -21,11 +23,9 @@ HEADER_BYTES = 15 * 4 + 40
 RECORD_BYTES = 4 + 1 + 4 + 30 + 6 * 4
 
 
-class ProcessTest(unittest.TestCase):
+class ProcessTest(ProgramTest):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory(prefix="nivaro process ")
-        self.addCleanup(folder.cleanup)
-        self.folder = pathlib.Path(folder.name)
+        super().setUp()
         self.set_run(self.folder / "run")
 
     def set_run(self, run):
@@ -40,10 +40,8 @@ class ProcessTest(unittest.TestCase):
         return subprocess.run([*HOST, scenario, self.prefix, *arguments], input=answers,
                               stdout=subprocess.PIPE, text=True, timeout=60)
 
-    def write(self, name, text):
-        path = self.folder / name
-        path.write_bytes(text.encode())
-        return self.name(path)
+    def write(self, name, content):
+        return self.name(super().write(name, content))
 
     def read(self, suffix):
         return pathlib.Path(self.run_files + suffix).read_bytes()
