@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
 
 namespace host {
 namespace {
@@ -129,35 +128,28 @@ TEST(Flow, WaterAtRestOverAnUnevenBedStaysAtRest) {
   });
 }
 
-// Waves run from each edge over a dry, uneven bed and drain again: the hardest case for both claims.
+// A wave runs over a dry, uneven bed and drains again, now and then in steps that are far too long: the
+// hardest case for both claims.
 TEST(Flow, WettingAndDryingKeepsEveryDropAndNoDepthBelowZero) {
-  const auto wave = [](auto holdsWater) {
-    return [holdsWater](double x, double y) { return holdsWater(x, y) ? 2.0 : -9.0; };
-  };
-  const std::function<double(double, double)> waves[] = {
-      wave([](double x, double) { return x < 5; }), wave([](double x, double) { return x > 15; }),
-      wave([](double, double y) { return y < 2; }), wave([](double, double y) { return y > 7; })};
-  for (const auto& start : waves) {
-    Model model(kUnevenGrid, bedArrays(unevenBed(), kUnevenGrid),
-                edges(discharge(0.8), level(-0.2)), start);
-    Flow& flow = model.flow;
-    const double volume = flow.storedVolume();
+  Model model(kUnevenGrid, bedArrays(unevenBed(), kUnevenGrid), edges(discharge(0.8), level(-0.2)),
+              [](double x, double) { return x < 5 ? 2.0 : -9.0; });
+  Flow& flow = model.flow;
+  const double start = flow.storedVolume();
 
-    double mostWet = 0;
-    for (int k = 0; k < 3000; ++k) {
-      flow.step(flow.stableStep());
-      double wet = 0;
-      forEachCell(kUnevenGrid, [&](int i, int j) {
-        ASSERT_GE(flow.depth(i, j), 0) << i << ' ' << j << " in step " << k;
-        wet += flow.isWet(i, j);
-      });
-      mostWet = std::max(mostWet, wet);
-    }
-
-    EXPECT_GT(mostWet, 150);  // of 180: the wave did run over the bed
-    EXPECT_GT(std::abs(flow.boundaryVolume()), 3);
-    EXPECT_NEAR(flow.storedVolume() - volume, flow.boundaryVolume(), 1e-10);
+  double mostWet = 0;
+  for (int k = 0; k < 3000; ++k) {
+    flow.step(flow.stableStep() * (k % 50 == 0 ? 10 : 1));
+    double wet = 0;
+    forEachCell(kUnevenGrid, [&](int i, int j) {
+      ASSERT_GE(flow.depth(i, j), 0) << i << ' ' << j << " in step " << k;
+      wet += flow.isWet(i, j);
+    });
+    mostWet = std::max(mostWet, wet);
   }
+
+  EXPECT_GT(mostWet, 150);  // of 180: the wave did run over the bed
+  EXPECT_GT(std::abs(flow.boundaryVolume()), 5);
+  EXPECT_NEAR(flow.storedVolume() - start, flow.boundaryVolume(), 1e-10);
 }
 
 TEST(Flow, ABedRisingThroughItsWaterIsAccountedForAsDisplacement) {
