@@ -123,30 +123,22 @@ TEST_F(OpenDialogueTest, ListsFilesThatDifferInCaseOnly) {
   EXPECT_THAT(output, testing::EndsWith("Press Enter to Continue\nOK.  File Unit:2001\n"));
 }
 
-TEST_F(OpenDialogueTest, OffersToCloseAnOutputFileThatIsOpen) {
+TEST_F(OpenDialogueTest, OffersToCloseAnOutputFileThatIsOpenOrAsksForAnotherName) {
   const std::string path = folder.path("out");
   open(path, "O ");
-  output.clear();
-  answers = {"yes"};
+  answers = {" y", "", "no", folder.path("other"), "yes"};  // only the first character counts
 
   EXPECT_EQ(open(path, "O ", 2002), 2002);
-
-  EXPECT_EQ(output, announcement("O", path) + "\n" + path +
-                        " is already open, close it? OK.  File Unit:2002\n");
-  EXPECT_FALSE(isOpen(2001));
-}
-
-TEST_F(OpenDialogueTest, AsksForANameWhenTheOpenFileIsToStayOpen) {
-  const std::string path = folder.path("out");
-  open(path, "O ");
-  answers = {" y", "", "no", folder.path("other")};  // only the first character counts
-
-  EXPECT_EQ(open(path, "O ", 2002), 2002);
-
   EXPECT_THAT(output, HasSubstr(" is already open, close it? " + std::string(kNameQuestion) +
                                 "No file name entered.  Trying file again...\n\nTrying to open"));
   EXPECT_TRUE(isOpen(2001));
   EXPECT_EQ(units.find(2002)->path(), folder.path("other"));
+
+  output.clear();
+  EXPECT_EQ(open(path, "O ", 2003), 2003);
+  EXPECT_EQ(output, announcement("O", path) + "\n" + path +
+                        " is already open, close it? OK.  File Unit:2003\n");
+  EXPECT_FALSE(isOpen(2001));
 }
 
 TEST_F(OpenDialogueTest, OpensSharedAndInputFilesTwiceWithoutAQuestion) {

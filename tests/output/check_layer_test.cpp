@@ -104,6 +104,7 @@ TEST_F(CheckLayerTest, CellsRunAlongTheSecondIndexFirstAndDomainsFollowEachOther
   code.fill(1);
   code[at(4, 3)] = 0;
   firstOffset = 123456;
+  module.fields.fields(1, work(), kN, kN).d90(3, 4) = 0.0002;
   write(1, 2);
   code.fill(0);
   code[at(4, 4)] = 5;
@@ -112,7 +113,7 @@ TEST_F(CheckLayerTest, CellsRunAlongTheSecondIndexFirstAndDomainsFollowEachOther
   EXPECT_EQ(
       records(),
       R"(123457,     9,"123457,9",1,       0.000,1,  0.000160,  0.000160,0.400,0.400,-99999.000,   1
-123457,    10,"123457,10",1,       0.000,1,  0.000160,  0.000160,0.400,0.400,-99999.000,   1
+123457,    10,"123457,10",1,       0.000,1,  0.000160,  0.000200,0.400,0.400,-99999.000,   1
 123458,    10,"123458,10",1,       0.000,1,  0.000160,  0.000160,0.400,0.400,-99999.000,   1
 123458,    10,"123458,10",5,       0.000,2,  0.000000,  0.000000,0.000,0.000,     0.000,   0
 )");
@@ -165,7 +166,7 @@ TEST_F(CheckLayerTest, BoundsThatCannotBeReadEndTheRun) {
       {"CoordSys Bounds (-180 x", false},
       {"CoordSys bounds (-180, -90) 180 90", false},
       {"CoordSys Bounds () ()", false},
-      {"CoordSys Bounds (,) (3, 4)", false},
+      {"CoordSys Bounds (1,,) (3, 4)", false},
       {"CoordSys Bounds (1, 2) (3)", false},
   };
   for (const auto& [line, isFine] : cases) {

@@ -1,5 +1,7 @@
 // The layers as the programs read them that people use. Skipped where these are not installed.
 #include "programs.hpp"
+#include <map>
+
 #include "gis_fixture.hpp"
 
 namespace nivaro::gis::test {
@@ -67,52 +69,33 @@ class Programs : public GisTest {
   }
 };
 
-// Both tests read the files while the layer is open, as after a run that was killed, and again when
-// it is closed.
-
-TEST_F(Programs, GdalReadsEveryObjectOfAMifLayer) {
-  const std::int32_t layer = openMif();
-  std::string expected = "WKT,Message,Link\n";
+TEST_F(Programs, GdalAndShapelibReadEveryObjectOfALayer) {
+  const std::int32_t mif = openMif();
+  const std::int32_t shapes = openShapes();
+  std::map<std::string, std::string> rows;  // by file
   for (const Sample& sample : samples()) {
     const bool isText = sample.object.kind == ObjectKind::Text;
-    layers.setStyle(layer, isText ? "    Font (\"Arial\",257,0,16711935,0)" : "",
+    layers.setStyle(mif, isText ? "    Font (\"Arial\",257,0,16711935,0)" : "",
                     isText ? "    Label Line Arrow            7.000           8.000" : "");
-    write(layer, sample.object, kAttributes);
-    expected += csvRow(sample.mifGeometry);
+    write(mif, sample.object, kAttributes);
+    rows["a.mif"] += csvRow(sample.mifGeometry);
+    write(shapes, sample.object, kAttributes);
+    for (const std::string subLayer : {"_P", "_L", "_R"})
+      if (sample.subLayer == subLayer || sample.subLayer.empty())
+        rows["a" + subLayer + ".shp"] += csvRow(sample.shapeGeometry);
   }
-  write(layer, objectOf(ObjectKind::Multipoint, {{1, 2}, {3, 4}}), kAttributes);
-  expected += csvRow("MULTIPOINT ((1 2),(3 4))");
+  write(mif, objectOf(ObjectKind::Multipoint, {{1, 2}, {3, 4}}), kAttributes);
+  rows["a.mif"] += csvRow("MULTIPOINT ((1 2),(3 4))");
 
-  EXPECT_EQ(featuresOf("a.mif"), expected);
-  layers.gisCloseLayer(layer);
-  EXPECT_EQ(featuresOf("a.mif"), expected);
-  EXPECT_THAT(summaryOf("a.mif"),
-              AllOf(HasSubstr("Feature Count: 9\n"),
-                    HasSubstr("Message: String (60.0)\nLink: String (40.0)\n")));
-}
-
-TEST_F(Programs, GdalAndShapelibReadEveryObjectOfAShapefileLayer) {
-  const std::int32_t layer = openShapes();
-  for (const Sample& sample : samples()) write(layer, sample.object, kAttributes);
-
+  // While the layers are open, as after a run that was killed, and when they are closed.
   for (const bool isClosed : {false, true}) {
-    if (isClosed) layers.gisCloseLayer(layer);
-    for (const std::string subLayer : {"_P", "_L", "_R"}) {
-      std::string expected = "WKT,Message,Link\n";
-      int count = 0;
-      for (const Sample& sample : samples()) {
-        if (sample.subLayer != subLayer && !sample.subLayer.empty()) continue;
-        expected += csvRow(sample.shapeGeometry);
-        ++count;
-      }
-      const std::string file = 'a' + subLayer;
-      EXPECT_EQ(featuresOf(file + ".shp"), expected);
-
-      const std::string shapes = run("shpdump -validate " + folder.path(file + ".shp")).text;
-      EXPECT_THAT(shapes, HasSubstr("# of Shapes: " + std::to_string(count) + '\n'));
-      EXPECT_THAT(shapes, HasSubstr("0 object has invalid ring orderings.\n"));
-    }
+    if (isClosed) layers.gisCloseAll();
+    for (const auto& [file, expected] : rows)
+      EXPECT_EQ(featuresOf(file), "WKT,Message,Link\n" + expected) << file;
+    EXPECT_THAT(run("shpdump -validate " + folder.path("a_R.shp")).text,
+                HasSubstr("0 object has invalid ring orderings.\n"));
   }
+  EXPECT_THAT(summaryOf("a.mif"), HasSubstr("Message: String (60.0)\nLink: String (40.0)\n"));
   EXPECT_THAT(summaryOf("a_P.shp"),
               HasSubstr("Extent: (1.500000, -2.250000) - (7.000000, 8.000000)"));
   EXPECT_THAT(summaryOf("a_R.shp"),
