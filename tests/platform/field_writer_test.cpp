@@ -26,19 +26,13 @@ void expectSame(double size) {
   }
 }
 
-TEST(FieldWriter, EdgesAreWrittenAsByFixedField) {
-  using Limits = std::numeric_limits<double>;
-  for (const double size : {0.0, 0.4, 0.5, 0.0005, 0.0015, 0.0625, 0.1875, 1.0, 9.9995, 99.9995})
-    expectSame(size);
-  for (const double size : {999999.9995, 123456789012.3456, 4503599627370495.5, 0x1p52, 0x1p53 - 1,
-                            0x1p53, 1e300, 0x1p-10, 0x1p-11, 0x1p-12})
-    expectSame(size);
-  for (const double size : {Limits::min(), Limits::denorm_min(), Limits::max(), Limits::infinity(),
-                            Limits::quiet_NaN()})
-    expectSame(size);
-}
-
 TEST(FieldWriter, AnyNumberIsWrittenAsByFixedField) {
+  using Limits = std::numeric_limits<double>;
+  for (const double size : {0.0, 0.4, 0.0005, 0.0015, 0.0625, 99.9995, 999999.9995,
+                            4503599627370495.5, 0x1p52, 0x1p53 - 1, 0x1p53, 0x1p-10, 0x1p-11,
+                            Limits::denorm_min(), Limits::infinity(), Limits::quiet_NaN()})
+    expectSame(size);
+
   std::mt19937_64 random(7);
   for (int i = 0; i < 20000; ++i) {
     // Any bits; sizes that grids have; halves, quarters ... of a thousandth, where ties abound.
@@ -49,16 +43,13 @@ TEST(FieldWriter, AnyNumberIsWrittenAsByFixedField) {
 }
 
 TEST(FieldWriter, IntegersAreWrittenAsByIntegerField) {
-  using Limits = std::numeric_limits<std::int64_t>;
+  constexpr auto kLowest = std::numeric_limits<std::int64_t>::min();
   for (const std::int64_t value :
-       {std::int64_t{0}, std::int64_t{-1}, std::int64_t{999999}, std::int64_t{1000000},
-        std::int64_t{-99999}, std::int64_t{-100000}, Limits::max(), Limits::min()}) {
+       std::initializer_list<std::int64_t>{0, 999999, 1000000, -99999, -100000, kLowest}) {
     std::string text;
     appendIntegerField(text, value, 6);
-    EXPECT_EQ(text, integerField(value, 6));
-    text.clear();
     appendInteger(text, value);
-    EXPECT_EQ(text, std::to_string(value));
+    EXPECT_EQ(text, integerField(value, 6) + std::to_string(value));
   }
 }
 

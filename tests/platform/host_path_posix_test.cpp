@@ -12,8 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
 
-class HostPathTest : public testing::Test {
- protected:
+struct HostPathTest : testing::Test {
   void add(const char* name) {
     fs::create_directories(fs::path(folder.path(name)).parent_path());
     folder.write(name, "");
@@ -22,23 +21,20 @@ class HostPathTest : public testing::Test {
 
   // Places within the temporary folder, whose own name is cut off again.
   std::string within(const std::string& path) { return path.substr(folder.path("").size()); }
-  HostPath find(const std::string& name) {
+  void expect(bool exists, const std::string& name, const std::string& path,
+              const Names& ambiguous) {
     HostPath found = hostPath(folder.path(name));
-    found.path = within(found.path);
-    for (std::string& path : found.ambiguous) path = within(path);
-    return found;
+    for (std::string& other : found.ambiguous) other = within(other);
+    EXPECT_EQ(found.exists, exists) << name;
+    EXPECT_EQ(within(found.path), path);
+    EXPECT_EQ(found.ambiguous, ambiguous) << name;
   }
   void expectFound(const std::string& name, const std::string& path) {
-    const HostPath found = find(name);
-    EXPECT_TRUE(found.exists) << name;
-    EXPECT_EQ(found.path, path) << name;
+    expect(true, name, path, {});
   }
   void expectMissing(const std::string& name, const std::string& path,
                      const Names& ambiguous = {}) {
-    const HostPath found = find(name);
-    EXPECT_FALSE(found.exists) << name;
-    EXPECT_EQ(found.path, path) << name;
-    EXPECT_EQ(found.ambiguous, ambiguous) << name;
+    expect(false, name, path, ambiguous);
   }
 
   test::TempFolder folder;

@@ -112,7 +112,8 @@ TEST_F(GridAssignmentTest, ObjectsWithoutExtentSetNothing) {
 
 TEST_F(GridAssignmentTest, SegmentOverTooManyCellsEndsTheRunOnTheScreen) {
   EXPECT_THROW(assignAll("Line 0 0.5 10001 0.5\n", "1\n", realTarget()), test::ProcessEnded);
-  EXPECT_TRUE(console.output.starts_with("SORRY - Exceeded limit of    10000 HX cells"));
+  EXPECT_TRUE(console.output.starts_with(
+      "SORRY - Exceeded limit of    10000 HX cells per HX polyline segment.  Contact "));
   EXPECT_EQ(record->error_count, 0);
 }
 

@@ -101,21 +101,24 @@ TEST(Polygon, VerticesBehindTheLastPolygonAreReported) {
 
 using Corners = std::array<double, 3>;
 
+// Corners on an integer grid, and a weighted mean of them, which is inside for certain.
 TEST(Interpolation, TriangleGivesThePlaneThroughItsCorners) {
   test::RandomIntegers random(3);
   for (int n = 0; n < 2000; ++n) {
-    Corners x, y, z;
+    Corners x{}, y{}, z{};
+    double px = 0, py = 0, weights = 0;
     for (std::size_t i = 0; i < 3; ++i) {
       x[i] = random.between(0, 9);
       y[i] = random.between(0, 9);
       z[i] = 2 * x[i] - 3 * y[i] + 1;
+      const int weight = random.between(1, 5);
+      px += weight * x[i];
+      py += weight * y[i];
+      weights += weight;
     }
-    const double area = (x[1] - x[0]) * (y[2] - y[0]) - (x[2] - x[0]) * (y[1] - y[0]);
-    if (area == 0) continue;
-    // Weighted mean of the corners: inside for certain.
-    const int a = random.between(1, 5), b = random.between(1, 5), c = random.between(1, 5);
-    const double px = (a * x[0] + b * x[1] + c * x[2]) / (a + b + c);
-    const double py = (a * y[0] + b * y[1] + c * y[2]) / (a + b + c);
+    if ((x[1] - x[0]) * (y[2] - y[0]) == (x[2] - x[0]) * (y[1] - y[0])) continue;
+    px /= weights;
+    py /= weights;
 
     double value = 0;
     ASSERT_TRUE(interpolateTriangle(px, py, x, y, z, value));
@@ -127,18 +130,13 @@ TEST(Interpolation, TriangleGivesThePlaneThroughItsCorners) {
   }
 }
 
-TEST(Interpolation, ParallelLinesHaveNoValue) {
-  const Corners x{0, 2, 0}, y{0, 0, 2}, z{1, 2, 3};
+TEST(Interpolation, TriangleHasNoValueOnParallelLinesAndMeansOnPoints) {
   double value = 0;
-  EXPECT_FALSE(interpolateTriangle(5, 2, x, y, z, value));
+  EXPECT_FALSE(interpolateTriangle(5, 2, Corners{0, 2, 0}, Corners{0, 0, 2}, Corners{}, value));
   EXPECT_EQ(value, kNoValue);
-}
 
-TEST(Interpolation, SideWithoutLengthGivesTheMeanOfItsEnds) {
   // The foot is the double corner, of value (2 + 4) / 2; the point lies half way to it from 1.
-  const Corners x{1, 1, 0}, y{0, 0, 0}, z{2, 4, 1};
-  double value = 0;
-  EXPECT_TRUE(interpolateTriangle(0.5, 0, x, y, z, value));
+  EXPECT_TRUE(interpolateTriangle(0.5, 0, Corners{1, 1, 0}, Corners{}, Corners{2, 4, 1}, value));
   EXPECT_EQ(value, 2);
 }
 

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "spatial/random_integers.hpp"
-#include "this_system.hpp"
 
 namespace nivaro {
 namespace {
@@ -93,16 +92,6 @@ TEST(RegionFill, FollowsItsRulesOnAllKindsOfTies) {
   }
 }
 
-Ring square(int low, int high) {
-  return {{low, low}, {high, low}, {high, high}, {low, high}, {low, low}};
-}
-
-TEST(RegionFill, RightAndUpperBoundariesAreInLeftAndLowerOnesOut) {
-  RegionFill fill;
-  // From the centre of element (5, 5) to that of (7, 7).
-  EXPECT_EQ(filled({square(5, 9)}, 30, 30, fill), (Elements{{6, 6}, {6, 7}, {7, 6}, {7, 7}}));
-}
-
 // Half these sizes, moved by two and a half of them, lie one rounding error below three times the
 // size, the centre of row 3, but divided by the size they are 3.
 TEST(RegionFill, AVertexThatRoundsOntoACentreLineLosesNoCrossing) {
@@ -112,15 +101,13 @@ TEST(RegionFill, AVertexThatRoundsOntoACentreLineLosesNoCrossing) {
     std::vector<double> y{0.5, -3.0, -3.0, 4.0, 4.0, 0.5, 0.5};
     for (double& c : x) c *= size;
     for (double& c : y) c *= size;
-    const auto cells =
+    const auto [range, inside] =
         fill.find(x, y, std::vector<std::int32_t>{6}, {.dx = size, .dy = size}, 12, 12).value();
     // Between 1.2 and 6.2 sizes lie the centres of columns 4 to 8.
-    const auto rows = static_cast<std::size_t>(cells.range.lastI - cells.range.firstI + 1);
-    for (int j = cells.range.firstJ; j <= cells.range.lastJ; ++j) {
-      const auto row3 = static_cast<std::size_t>(j - cells.range.firstJ) * rows +
-                        static_cast<std::size_t>(3 - cells.range.firstI);
-      EXPECT_EQ(cells.inside[row3] != 0, j >= 4 && j <= 8) << size << " column " << j;
-    }
+    const auto rows = static_cast<std::size_t>(range.lastI - range.firstI + 1);
+    auto at = static_cast<std::size_t>(3 - range.firstI);
+    for (int j = range.firstJ; j <= range.lastJ; ++j, at += rows)
+      EXPECT_EQ(inside[at] != 0, j >= 4 && j <= 8) << size << " column " << j;
   }
 }
 
@@ -133,18 +120,6 @@ TEST(RegionFill, VerticesBehindTheLastPolygonAreReported) {
   EXPECT_TRUE(bad.report().line1.starts_with(
       "Invalid number of polygons in region sent to grid_inside_polygon routine [1] - contact "));
   EXPECT_EQ(bad.report().blankLines, 1);
-}
-
-TEST(RegionFill, SaysWhenMemoryRunsOut) {
-  // The address sanitizer ends the program where others throw.
-  if (test::isAddressSanitized()) GTEST_SKIP();
-  RegionFill fill;
-  std::vector<double> far{0, 4e9, 4e9, 0, 0, 0};
-  const auto large =
-      fill.find(far, far, std::vector<std::int32_t>{5}, kFrame, 2000000000, 2000000000);
-  ASSERT_FALSE(large);
-  EXPECT_EQ(large.report().line1,
-            "ERROR - Could not allocate memory (RAM) for Inside Region == Method B.");
 }
 
 }  // namespace
