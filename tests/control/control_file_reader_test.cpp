@@ -1,46 +1,20 @@
 #include "control/control_file_reader.hpp"
 
+#include <tuple>
 #include <vector>
 
-#include "interface/entry_points.hpp"
-#include "support/test_module.hpp"
+#include "control/control_fixture.hpp"
 
 namespace nivaro {
 namespace {
 
-// Reads control files for domain 1 of 3 x 2 cells.
-struct ControlFile : test::ModuleTest {
-  ControlFile() { reserve(1, true, 1, 1); }
-
-  void reserve(std::int32_t domain, bool active, std::int32_t nextReal, std::int32_t nextInteger) {
-    module.fields.reserve(domain, active, 3, 2, nextReal, nextInteger);
-    real.assign(static_cast<std::size_t>(nextReal + 9), -1.0);
-    integer.assign(static_cast<std::size_t>(nextInteger + 9), -1);
-  }
-
-  void read(std::string_view name, std::int32_t domain = 1) {
-    readControlFile(module, {.controlFile = folder.path(name),
-                             .domain = domain,
-                             .lastDomain = 3,
-                             .n = 3,
-                             .m = 2,
-                             .work = {real.data(), integer.data()}});
-  }
-
-  void readText(std::string_view content) {
-    folder.write("run.mcf", content);
-    read("run.mcf");
-  }
-
-  const MorphologyParameters& options() { return module.parameters.ofDomain(1); }
-  double d50() const { return real[0]; }
-
-  std::vector<double> real;
-  std::vector<std::int32_t> integer;
+// Domain 1 has 3 x 2 cells: six elements to a field, D50 first.
+struct ControlFile : test::ControlTest {
+  ControlFile() : ControlTest(3, 2, 1) {}
 };
 
 TEST_F(ControlFile, EmptyFileLeavesTheDefaultsAndEchoesAuto) {
-  readText("! nothing\n\n");
+  read("! nothing\n\n");
 
   EXPECT_EQ(options().timeCentringFactor, 0.5);
   EXPECT_EQ(options().fallVelocity, 0.0);
@@ -60,14 +34,8 @@ TEST_F(ControlFile, EmptyFileLeavesTheDefaultsAndEchoesAuto) {
 }
 
 TEST_F(ControlFile, EveryOptionIsStoredAndShown) {
-  struct Case {
-    const char* line;
-    double MorphologyParameters::*number;
-    double value;
-    const char* console;
-  };
   using P = MorphologyParameters;
-  const Case cases[] = {
+  const std::tuple<const char*, double P::*, double, const char*> cases[] = {
       {"Morphology Fall Velocity == 0.02", &P::fallVelocity, 0.02, "set to 0.020 m/s\n"},
       {"current related roughness == 5e-2", &P::currentRelatedRoughness, 0.05, "set to 0.050 \n"},
       {"Wave Related Roughness==1D-1", &P::waveRelatedRoughness, 0.1, "set to 0.100 \n"},
@@ -82,83 +50,94 @@ TEST_F(ControlFile, EveryOptionIsStoredAndShown) {
       {"Time Centreing Factor == 0.75", &P::timeCentringFactor, 0.75, "set to  0.75\n"},
       {"Concentration Factor == 123456", &P::concentrationFactor, 123456.0, "set to******\n"},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.line);
-    console.output.clear();
-    readText(c.line);
-    EXPECT_EQ(options().*c.number, c.value);
-    EXPECT_TRUE(shown(c.console)) << console.output;
+  for (const auto& [line, number, value, text] : cases) {
+    read(line);
+    EXPECT_EQ(options().*number, value) << line;
+    EXPECT_TRUE(shown(text)) << console.output;
   }
 }
 
 TEST_F(ControlFile, AutoKeepsTheNumberAndANumberEndsAuto) {
-  readText("Fall Velocity == 0.02\nFall Velocity == Auto\nReference Level == 0.1\n");
+  read("Fall Velocity == 0.02\nFall Velocity == Auto\nReference Level == 0.1\n");
 
   EXPECT_EQ(options().fallVelocity, 0.02);
   EXPECT_TRUE(options().automaticFallVelocity);
   EXPECT_FALSE(options().automaticReferenceLevel);
   EXPECT_TRUE(shown("set to automatic\n"));
 
-  readText("");  // a second reading starts from the defaults, which leave this number alone
+  read("");  // a second reading starts from the defaults, which leave this number alone
   EXPECT_EQ(options().fallVelocity, 0.02);
 }
 
+// The echo is that of the set in use, which is another one while control files are read.
+TEST_F(ControlFile, EchoShowsTheNumbersOfTheSetInUse) {
+  read(
+      "Fall Velocity == 0.02\nCurrent Related Roughness == 0.05\nMixing Layer Thickness == 0.1\n"
+      "Reference Level == 12.5\nMixing Coefficient == 3\n");
+  module.parameters.load(1);
+  const std::size_t logged = log().size();
+  read("");
+  std::string expected = log().substr(0, logged);
+  for (const char* value : {"0.02", "0.05", "0.1", "12.5", "3."})
+    expected.replace(expected.find("AUTO "), 4, value);
+  EXPECT_EQ(log().substr(logged), expected);
+}
+
 TEST_F(ControlFile, SwitchesLookForOnBeforeOff) {
-  readText("Cell Sides High == on\nVelocity Centred == NONE\n");
+  read("Cell Sides High == on\nVelocity Centred == NONE\n");
   EXPECT_TRUE(options().cellSidesHigh);
   EXPECT_TRUE(options().velocityCentred);
 
-  readText(
-      "Cell Sides High == off\nErosion Method == VanRijn89\nDeposition Method == EyesinkVermaas");
+  read("Cell Sides High == off\nErosion Method == VanRijn89\nDeposition Method == EyesinkVermaas");
   EXPECT_FALSE(options().cellSidesHigh);
   EXPECT_TRUE(shown("set to OFF\nset to VANRIJN89\nset to EYESINKVERMAAS\n"));
 }
 
-TEST_F(ControlFile, BadValuesEndTheRunAndNameLineAndFile) {
-  for (const char* line :
-       {"Fall Velocity == fast", "Slump Slope ==", "Erosion Method == OTHER",
-        "Deposition Method == X", "Cell Sides High == maybe", "Velocity Centred ==   "}) {
-    SCOPED_TRACE(line);
-    console.output.clear();
-    EXPECT_THROW(readText("! first line\n" + std::string(line) + "\n"), test::ProcessEnded);
-    EXPECT_TRUE(
-        shown("\nNoXY: ERROR - Reading parameter(s) or option for command below, or "
-              "ambiguous command\n"));
-    EXPECT_TRUE(shown("Line 2 of file " + folder.path("run.mcf"))) << console.output;
+// A bad control file ends the run; a text that the screen shows then.
+TEST_F(ControlFile, WhatCannotBeDoneEndsTheRunAndNamesItsPlace) {
+  const std::string option =
+      "\nNoXY: ERROR - Reading parameter(s) or option for command below, or ambiguous command\n";
+  const std::string unknown = "\n\n...Unrecognisable command in .mcf file\n\n";
+  const std::string noValue = "ERROR - Reading value of \"Set\" command\n";
+  const std::string badValue = "ERROR - Reading following line in control file\n";
+  const std::string sixty = "Sixty columns of a command are looked at, no more, as here:  ";
+  const std::pair<std::string, std::string> cases[] = {
+      {"Fall Velocity == fast", option},
+      {"Slump Slope ==", option},
+      {"Erosion Method == OTHER", option},
+      {"Deposition Method == X", option},
+      {"Cell Sides High == maybe", option},
+      {"Velocity Centred ==", option},
+      {"FALL VELOCITY 0.02", "\nNoXY: WARNING 0060 - Command line is missing \"==\".\n"},
+      {"FALL VELOCITY 0.02", option},
+      {"Fal Velocity == 0.02", unknown},
+      {"END IF", unknown},
+      {sixty + "Slump Slope == 2", unknown},
+      {"Set Morphology D50 ==", noValue},
+      {"Set Morphology D50 == nan", badValue},
+      {"Set Morphology D50 == fine", badValue},
+  };
+  for (const auto& [line, text] : cases) {
+    EXPECT_THROW(read("! first line\n" + line + "\n"), test::ProcessEnded);
+    EXPECT_TRUE(shown(text) && shown("Line 2 of file " + folder.path("run.mcf"))) << console.output;
+    EXPECT_TRUE(shown(line)) << console.output;
+    EXPECT_EQ(log().find("Unrecognisable"), std::string::npos);
   }
 }
 
 TEST_F(ControlFile, PlaceNamesTheFileThatWasAnsweredForAMissingOne) {
   folder.write("other.mcf", "Slump Slope == steep\n");
   console.answers = {folder.path("other.mcf")};
-  EXPECT_THROW(read("missing.mcf"), test::ProcessEnded);
+  EXPECT_THROW(readFile("missing.mcf"), test::ProcessEnded);
   EXPECT_TRUE(shown("Line 1 of file " + folder.path("other.mcf"))) << console.output;
 }
 
-TEST_F(ControlFile, UnknownCommandsEndTheRunOnTheScreenOnly) {
-  for (const std::string line :
-       {"Fal Velocity == 0.02", "END IF",
-        "Sixty columns of a command are looked at, no more, as here:  Slump Slope == 2"}) {
-    console.output.clear();
-    EXPECT_THROW(readText(line + "\n"), test::ProcessEnded);
-    EXPECT_TRUE(shown("\n\n...Unrecognisable command in .mcf file\n\n"));
-    EXPECT_TRUE(shown(line));
-    EXPECT_EQ(log(), "");
-  }
-}
-
-TEST_F(ControlFile, LineWithoutSeparatorWarnsAndHasABlankValue) {
-  EXPECT_THROW(readText("Fall Velocity 0.02\n"), test::ProcessEnded);
-  EXPECT_TRUE(shown("WARNING 0060 - Command line is missing \"==\"."));
-  EXPECT_TRUE(shown("ERROR - Reading parameter(s)"));
-}
-
 TEST_F(ControlFile, SetFillsItsFieldAndIsEchoed) {
-  readText(
+  read(
       "Set Morphology D50 == 0.0002\nSet Morphology Bed Code == 2.7\n"
       "Set ADD Morphology Bed Limit == -3.5\n");
 
-  EXPECT_EQ(d50(), 0.0002);
+  EXPECT_EQ(real[0], 0.0002);
   EXPECT_EQ(real[5], 0.0002);
   EXPECT_EQ(real[6], 0.00016);
   EXPECT_EQ(real[29], -3.5);
@@ -167,20 +146,11 @@ TEST_F(ControlFile, SetFillsItsFieldAndIsEchoed) {
   EXPECT_TRUE(log().starts_with("\nMorphology D50 globally set to 0.0002\n"));
 
   // Without "Morphology" or a field of it there is no effect.
-  readText(
+  read(
       "Set Morphology Bed Code == -0.5\nSet D50 == 0.5\nSet Morphology Colour == 3\n"
       "Read MI Zpts == nothing\n");
   EXPECT_EQ(integer[0], 0);
-  EXPECT_EQ(d50(), 0.00016);
-}
-
-TEST_F(ControlFile, SetErrorsTellMissingFromMalformedValues) {
-  EXPECT_THROW(readText("Set Morphology D50 == \n"), test::ProcessEnded);
-  EXPECT_TRUE(shown("ERROR - Reading value of \"Set\" command"));
-
-  EXPECT_THROW(readText("Set Morphology D50 == nan\n"), test::ProcessEnded);
-  EXPECT_THROW(readText("Set Morphology D50 == fine\n"), test::ProcessEnded);
-  EXPECT_TRUE(shown("ERROR - Reading following line in control file\nSet Morphology D50 == fine"));
+  EXPECT_EQ(real[0], 0.00016);
 }
 
 TEST_F(ControlFile, IncludedFilesAreReadInPlaceRelativeToTheTopLevelFile) {
@@ -188,7 +158,7 @@ TEST_F(ControlFile, IncludedFilesAreReadInPlaceRelativeToTheTopLevelFile) {
   folder.write("sub/inner.mcf", "Slump Slope == 2\r\nRead File == second.mcf\r\n");
   folder.write("second.mcf", "Slump Slope == 3");
   // Read on Windows: the backslash, and another letter case.
-  readText("Slump Slope == 1\r\nRead File == SUB\\inner.mcf\r\nBed Change Limit == 0.5\r\n");
+  read("Slump Slope == 1\r\nRead File == SUB\\inner.mcf\r\nBed Change Limit == 0.5\r\n");
 
   EXPECT_EQ(options().slumpSlope, 3.0);
   EXPECT_EQ(options().bedChangeLimit, 0.5);
@@ -196,29 +166,22 @@ TEST_F(ControlFile, IncludedFilesAreReadInPlaceRelativeToTheTopLevelFile) {
 }
 
 TEST_F(ControlFile, NineNestedFilesAreReadAndATenthEndsTheRun) {
-  for (int level = 1; level < 10; ++level)
-    folder.write("f" + std::to_string(level) + ".mcf",
-                 level < 9 ? "Read File == f" + std::to_string(level + 1) + ".mcf\n"
-                           : std::string("Slump Slope == 9\n"));
-  readText("Read File == f1.mcf\n");
-  EXPECT_EQ(options().slumpSlope, 9.0);
-
-  folder.write("f9.mcf", "Read File == f10.mcf\n");
-  folder.write("f10.mcf", "");
-  EXPECT_THROW(read("run.mcf"), test::ProcessEnded);
+  EXPECT_THROW(read("Read File == run.mcf\n"), test::ProcessEnded);
+  int opened = 0;
+  for (std::size_t at = 0; (at = console.output.find("OK.  File Unit:", at)) != std::string::npos;
+       ++at)
+    ++opened;
+  EXPECT_EQ(opened, 10);
   EXPECT_TRUE(shown("ERROR - Exceeded limit of nested files (ie. of \"Read File\" files).\n"));
 }
 
 TEST_F(ControlFile, DomainWithoutMorphologyTouchesOnlyItsDummies) {
-  reserve(2, false, 101, 7);
-  folder.write("run.mcf", "Set Morphology D50 == 0.5\n");
-  read("run.mcf", 2);
-
-  EXPECT_EQ(real[100], 0.5);
-  EXPECT_EQ(real[101], 0.00016);  // D90
-  EXPECT_EQ(real[105], -1.0);
-  EXPECT_EQ(integer[6], 1);
-  EXPECT_EQ(integer[7], -1);
+  reserve(2, false);
+  read("Set Morphology D50 == 0.5\n", 2);
+  // One element to a field: D50 and D90, then the others with a default; the sixth has none.
+  const std::vector<double> dummies = {0.5, 0.00016, 0.4, 0.4, -99999.0, -1.0};
+  EXPECT_EQ(std::vector(real.begin(), real.begin() + 6), dummies);
+  EXPECT_EQ(std::vector(integer.begin(), integer.begin() + 2), (std::vector{1, -1}));
 }
 
 }  // namespace

@@ -4,9 +4,8 @@
 #include <numbers>
 #include <vector>
 
+#include "control/control_fixture.hpp"
 #include "files/path.hpp"
-#include "interface/entry_points.hpp"
-#include "support/test_module.hpp"
 
 namespace nivaro {
 namespace {
@@ -15,38 +14,24 @@ constexpr double kUntouched = 0.00016;  // the default of D50
 
 // A grid of 4 cells along the first index by 3 along the second, 10 m each, in fields of 8 x 7 with
 // two elements around; between two guards of 100 elements that nothing may write.
-struct SpatialCommand : test::ModuleTest {
+struct SpatialCommand : test::ControlTest {
   static constexpr int kN = 8;
   static constexpr int kM = 7;
   static constexpr std::int32_t kFirst = 101;
 
-  SpatialCommand() { reserve(true); }
-
-  void reserve(bool active) {
-    std::int32_t nextReal = kFirst;
-    std::int32_t nextInteger = kFirst;
-    module.fields.reserve(1, active, kN, kM, nextReal, nextInteger);
-    real.assign(static_cast<std::size_t>(nextReal + 99), -1.0);
-    integer.assign(static_cast<std::size_t>(nextInteger + 99), -1);
-    console.output.clear();
+  SpatialCommand() : ControlTest(kN, kM, kFirst) {
+    grid = {
+        .frame =
+            {.x0 = 100.0, .y0 = 200.0, .dx = 10.0, .dy = 10.0, .firstBound = 4, .secondBound = 3},
+        .firstRowBound = 6,
+        .secondRowBound = 5};
   }
 
-  void read(std::string_view controlLines) {
-    console.output.clear();
-    const std::string path = folder.write("run.mcf", controlLines);
-    readControlFile(module, {.controlFile = path,
-                             .domain = 1,
-                             .lastDomain = 2,
-                             .n = kN,
-                             .m = kM,
-                             .grid = grid,
-                             .work = {real.data(), integer.data()}});
-  }
-
+  // Its name is no command to add.
   void writeLayer(const std::string& objects, const std::string& records) const {
-    folder.write("my layer.mif",
+    folder.write("added layer.mif",
                  "Version 300\nDelimiter \",\"\nColumns 1\n  v Float\nData\n\n" + objects);
-    folder.write("my layer.mid", records);
+    folder.write("added layer.mid", records);
   }
 
   // As the module places a file in the control file's folder.
@@ -75,14 +60,6 @@ struct SpatialCommand : test::ModuleTest {
       for (int i = 1; i <= kN; ++i) count += d50(i, j) != kUntouched ? 1 : 0;
     return count;
   }
-
-  GridDescription grid{
-      .frame =
-          {.x0 = 100.0, .y0 = 200.0, .dx = 10.0, .dy = 10.0, .firstBound = 4, .secondBound = 3},
-      .firstRowBound = 6,
-      .secondRowBound = 5};
-  std::vector<double> real;
-  std::vector<std::int32_t> integer;
 };
 
 constexpr const char* kTwoCells = "Region 1\n 5\n100 200\n110 200\n110 220\n100 220\n100 200\n";
@@ -92,14 +69,14 @@ TEST_F(SpatialCommand, LayerObjectsGiveTheirValuesToTheCells) {
   writeLayer(std::string(kTwoCells) + "    Pen (1,2,0)\n    Center 105 210\nPoint 125 215\n" +
                  "Pline 2\n115 199\n115 241\n",
              "0.001\n0.002\n0.003\n");
-  read("Read MI Morphology D50 == my layer.MIF\n");
+  read("Read MI Morphology D50 == added layer.MIF\n");
 
   EXPECT_EQ(d50(3, 3), 0.001);
   EXPECT_EQ(d50(4, 3), 0.001);
   EXPECT_EQ(d50(4, 5), 0.002);
   for (int i = 3; i <= 6; ++i) EXPECT_EQ(d50(i, 4), 0.003);
   EXPECT_EQ(cellsSet(), 7);
-  const std::string name = addFolderName("my layer");
+  const std::string name = addFolderName("added layer");
   EXPECT_TRUE(shown("\n\nMorphology D50 spatially set using " + name + "\n")) << console.output;
   EXPECT_TRUE(log().starts_with("\nMorphology D50 spatially set using " + name));
   EXPECT_TRUE(
@@ -111,7 +88,7 @@ TEST_F(SpatialCommand, LayerObjectsGiveTheirValuesToTheCells) {
 TEST_F(SpatialCommand, TurnedGridTakesTheObjectsInItsOwnFrame) {
   grid.frame.angle = std::numbers::pi / 2;  // local x points north, local y west
   writeLayer("Point 95 225\n", "7.6\n");
-  read("Read MI Morphology Bed Code == my layer\n");
+  read("Read MI Morphology Bed Code == added layer\n");
 
   EXPECT_EQ(code(3, 5), 8) << "rounded";
   EXPECT_EQ(std::count(integer.begin(), integer.end(), 8), 1);
@@ -119,7 +96,7 @@ TEST_F(SpatialCommand, TurnedGridTakesTheObjectsInItsOwnFrame) {
 
 TEST_F(SpatialCommand, RegionsAddWhereTheCommandSaysSo) {
   writeLayer(std::string(kTwoCells) + kTwoCells + "Point 105 205\n", "1\n2\n9\n");
-  read("Set Morphology D50 == 10\nRead MI ADD Morphology D50 == my layer\n");
+  read("Set Morphology D50 == 10\nRead MI ADD Morphology D50 == added layer\n");
 
   EXPECT_EQ(d50(4, 3), 13.0);
   EXPECT_EQ(d50(3, 3), 9.0) << "points set";
@@ -158,14 +135,7 @@ TEST_F(SpatialCommand, TableRowsOutsideTheGridAreSkippedWithOneWarning) {
       "5 of the rows, the first of them row 1, of file \"" +
       folder.path("cells.mid")))
       << console.output;
-  EXPECT_EQ(module.parameters.ofDomain(1).slumpSlope, 2.0) << "the run goes on";
-}
-
-TEST_F(SpatialCommand, EmptyTableChangesNothing) {
-  folder.write("cells.mid", "\n \n");
-  read("Read MID Morphology D50 == cells.mid\n");
-  EXPECT_EQ(cellsSet(), 0);
-  EXPECT_FALSE(shown("WARNING"));
+  EXPECT_EQ(options().slumpSlope, 2.0) << "the run goes on";
 }
 
 TEST_F(SpatialCommand, RowsThatCannotBeReadEndTheRun) {
@@ -186,18 +156,20 @@ TEST_F(SpatialCommand, BoundsBeyondTheFieldWriteNothingOutsideIt) {
   grid.firstRowOffset = grid.secondRowOffset = 2;
   writeLayer(
       "Region 1\n 5\n-5000 -5000\n5000 -5000\n5000 5000\n-5000 5000\n-5000 -5000\n"
-      "Pline 2\n-900 -900\n900 900\nPoint 165 265\nPoint 85 185\n",
-      "1\n1\n1\n1\n");
+      "Pline 2\n-900 -800\n900 1000\nPoint 165 265\nPoint 85 185\nPoint 135 255\n",
+      "1\n1\n1\n1\n3\n");
   folder.write("cells.mid", "9 2 1\n2 8 1\n1000 1000 1\n8 7 5\n");
   for (const bool active : {true, false}) {
-    reserve(active);
+    reserve(1, active);
     read(
-        "Read MI Morphology D50 == my layer\nRead MI Morphology Bed Code == my layer\n"
+        "Read MI Morphology D50 == added layer\nRead MI Morphology Bed Code == added layer\n"
         "Read MID Morphology D50 == cells.mid\nRead MID Morphology Bed Code == cells.mid\n");
     EXPECT_TRUE(guardsAreWhole()) << active;
     EXPECT_TRUE(shown("are outside the 2D grid"));
     if (!active) continue;
     EXPECT_EQ(d50(8, 7), 5.0);
+    EXPECT_EQ(d50(8, 6), 3.0);
+    EXPECT_EQ(d50(7, 7), 1.0) << "the line";
     EXPECT_EQ(d50(2, 2), 1.0) << "a point in the cell before the first still reaches the field";
   }
 }

@@ -85,12 +85,15 @@ TEST_F(GridAssignmentTest, RegionsAddWherePointsAndLinesSet) {
   AssignmentTarget target = realTarget();
   target.regionsAdd = true;
   const std::string square = "Region 1\n5\n1 1\n3 1\n3 3\n1 3\n1 1\n";
-  // The line leaves its first centre out, and the grid behind the last column.
-  assignAll(square + square + "Point 1.5 1.5\nLine 18.5 8.5 30 8.5\n", "1\n2\n7\n5\n", target);
+  // The first line leaves its first centre out, and the grid behind the last column; the second comes
+  // from index 0, which a line does not set: 1 reaches down to -1.
+  assignAll(square + square + "Point 1.5 1.5\nLine 18.5 8.5 30 8.5\nLine 7.5 -2.5 7.5 1.5\n",
+            "1\n2\n7\n5\n4\n", target);
 
   EXPECT_THAT(cellsOf(reals), UnorderedElementsAre(Pair(Pair(2, 2), 7.0), Pair(Pair(2, 3), 3.0),
                                                    Pair(Pair(3, 2), 3.0), Pair(Pair(3, 3), 3.0),
-                                                   Pair(Pair(9, 20), 5.0)));
+                                                   Pair(Pair(9, 20), 5.0), Pair(Pair(1, 8), 4.0),
+                                                   Pair(Pair(2, 8), 4.0)));
   EXPECT_TRUE(shown("...MIF REGION (     6 vertices /  1 polygons) assigned 2. to     4 cells\n"));
 
   target = integerTarget();

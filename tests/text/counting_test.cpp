@@ -33,7 +33,7 @@ TEST(Counting, CountsNumbers) {
   const std::pair<std::string_view, std::int32_t> cases[] = {
       {"1 2 3 ! three", 3},
       {"1,,3", 3},
-      {"1 ,3", 2},
+      {"1 ,2,3", 3},
       {"1 a 3", -1},
       {"", 0},
       {"# 1", 0},
