@@ -165,6 +165,7 @@ class WriteFaults(FaultsTest):
     def check_ended(self, run, messages):
         self.assertEqual(run.code, 1, run.shown)
         self.assertTrue(any(text in run.shown for text in messages), run.shown[-800:])
+        self.assertEqual(run.shown.count("ERROR"), 1, run.shown[-800:])
         self.assertTrue(run.shown.endswith("\nPress Enter to Close\n"), run.shown[-300:])
         log = pathlib.Path(run.prefix + ".mlf")
         if log.exists():

@@ -12,7 +12,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
-using testing::Not;
 
 constexpr const char* kNameQuestion =
     "Check file exists and press enter or enter another file name: ";
@@ -85,7 +84,7 @@ TEST_F(OpenDialogueTest, AsksForAnotherNameUntilTheInputFileIsThere) {
   folder.write("there.mcf", "");
   const std::string missing = folder.path("missing.mcf");
   const std::string there = folder.path("there.mcf");
-  answers = {"", "  " + there + " "};
+  answers = {"  ", "  " + there + " "};
 
   EXPECT_EQ(open(missing, "I "), 2001);
 
@@ -231,8 +230,8 @@ TEST_F(OpenDialogueTest, EndsTheRunAtAQuestionThatNobodyCanAnswer) {
     output.clear();
     termination.addHook([&] { console.line("closing files"); });
     EXPECT_EQ(exitCodeOf(path, mode), 1);
-    EXPECT_THAT(output, HasSubstr("nobody can answer: " + question));
-    EXPECT_THAT(output, testing::EndsWith("\nclosing files\n"));
+    EXPECT_THAT(output, HasSubstr("\nStandard input has ended, so nobody can answer: " + question));
+    EXPECT_THAT(output, testing::EndsWith("\nThe run ends here.\nclosing files\n"));
   }
 }
 

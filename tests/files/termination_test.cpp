@@ -38,15 +38,5 @@ TEST_F(TerminationTest, RunsEachHookOnceInOrderAlsoWhenOneEndsTheRunItself) {
   EXPECT_EQ(ran, "first second ");
 }
 
-TEST_F(TerminationTest, SaysWhyAnUnansweredQuestionEndsTheRun) {
-  termination.addHook([&] { console.line("hook"); });
-  console.open("Close it? ");
-  EXPECT_EQ(test::exitCodeOf([&] { termination.endUnanswered("Close it?"); }), 1);
-  EXPECT_EQ(output,
-            "Close it? \n"
-            "Standard input has ended, so nobody can answer: Close it?\n"
-            "The run ends here.\nhook\n");
-}
-
 }  // namespace
 }  // namespace nivaro

@@ -102,29 +102,6 @@ TEST(Columns, MustFitWhatTheFormatsHold) {
   for (const auto& [columns, fault] : cases) EXPECT_EQ(columnsFault(columns), fault);
 }
 
-TEST_F(LayerTableTest, AFileThatIsGoneFailsTheNextWriteWithOneWord) {
-  // The first file of the pool is unit 2001: the files of a layer are opened in this order.
-  const struct {
-    LayerFormat format;
-    std::int32_t unit;
-    std::string shown;
-  } cases[] = {
-      {LayerFormat::Mif, 2001, "\nERROR 0439 - Writing .mif file object coordinates.\n"},
-      {LayerFormat::Mif, 2002,
-       "\nERROR 0254 - Failed to write attribute data record for a Object\n"},
-      {LayerFormat::Shape, 2001, "\nERROR 0439 - Writing .shp file object coordinates.\n"},
-      {LayerFormat::Shape, 2003, "\nERROR 0417 - Writing .dbf record.\n"},
-  };
-  for (const auto& [format, unit, shown] : cases) {
-    files.initFileUnits(2000);
-    const std::int32_t layer = layers.gisOpenLayer(settingsFor(format, "g"));
-    module.units.close(unit);
-    EXPECT_THAT(shownWhenStopping([&] { write(layer, pointAt(1, 2)); }), HasSubstr(shown));
-    layers.gisCloseLayer(layer);
-    EXPECT_EQ(console.output.find("ERROR"), console.output.rfind("ERROR")) << console.output;
-  }
-}
-
 TEST_F(LayerTableTest, ClosingIsReportedOnScreenAndLog) {
   const std::int32_t log = files.openFile(folder.path("log.txt"), "O ", 1);
   layers.setLogUnit(log);

@@ -106,11 +106,13 @@ TEST_F(Programs, GdalReadsMultipointsAndProjectionOfAShapefileLayer) {
   LayerSettings wanted = settingsFor(LayerFormat::Shape, "a");
   wanted.projection = "LOCAL_CS[\"site grid\",UNIT[\"metre\",1]]";
   const std::int32_t layer = layers.gisOpenLayer(wanted);
-  write(layer, objectOf(ObjectKind::Multipoint, {{1, 2}, {3, 4}}), kAttributes);
-  write(layer, pointAt(5, 6), kAttributes);
+  for (const Object& object :
+       {kNullObject, objectOf(ObjectKind::Multipoint, {{1, 2}, {3, 4}}), pointAt(5, 6)})
+    write(layer, object, kAttributes);
 
   EXPECT_EQ(folder.read("a_R.prj"), wanted.projection + "\n");
-  EXPECT_EQ(featuresOf("a_P.shp"), "WKT,Message,Link\n" + csvRow("MULTIPOINT ((1 2),(3 4))") +
+  EXPECT_EQ(featuresOf("a_P.shp"), "WKT,Message,Link\n" + csvRow("") +
+                                       csvRow("MULTIPOINT ((1 2),(3 4))") +
                                        csvRow("MULTIPOINT ((5 6))"));
   EXPECT_THAT(summaryOf("a_P.shp"),
               AllOf(HasSubstr("Geometry: Multi Point"), HasSubstr("site grid")));

@@ -37,7 +37,7 @@ TEST_F(Shape, TableHasHeaderFieldsRecordsAndEndMark) {
   const std::int32_t layer =
       layers.gisOpenLayer({.format = LayerFormat::Shape,
                            .name = folder.path("a"),
-                           .columns = {{"LongColumnName", ColumnType::Char, 6},
+                           .columns = {{"LongColumnName", ColumnType::Char, 6, 2},
                                        {"Count", ColumnType::Integer},
                                        {"Bed", ColumnType::Decimal, 7, 2},
                                        {"On", ColumnType::Date, 20}}});
