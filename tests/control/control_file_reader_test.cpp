@@ -57,18 +57,6 @@ TEST_F(ControlFile, EveryOptionIsStoredAndShown) {
   }
 }
 
-TEST_F(ControlFile, AutoKeepsTheNumberAndANumberEndsAuto) {
-  read("Fall Velocity == 0.02\nFall Velocity == Auto\nReference Level == 0.1\n");
-
-  EXPECT_EQ(options().fallVelocity, 0.02);
-  EXPECT_TRUE(options().automaticFallVelocity);
-  EXPECT_FALSE(options().automaticReferenceLevel);
-  EXPECT_TRUE(shown("set to automatic\n"));
-
-  read("");  // a second reading starts from the defaults, which leave this number alone
-  EXPECT_EQ(options().fallVelocity, 0.02);
-}
-
 // The echo is that of the set in use, which is another one while control files are read.
 TEST_F(ControlFile, EchoShowsTheNumbersOfTheSetInUse) {
   read(
@@ -83,12 +71,15 @@ TEST_F(ControlFile, EchoShowsTheNumbersOfTheSetInUse) {
   EXPECT_EQ(log().substr(logged), expected);
 }
 
-TEST_F(ControlFile, SwitchesLookForOnBeforeOff) {
-  read("Cell Sides High == on\nVelocity Centred == NONE\n");
-  EXPECT_TRUE(options().cellSidesHigh);
-  EXPECT_TRUE(options().velocityCentred);
+TEST_F(ControlFile, WordsSetSwitchesAndLeaveNumbersAlone) {
+  read(
+      "Fall Velocity == 0.02\nFall Velocity == Auto\n"
+      "Cell Sides High == on\nVelocity Centred == NONE\n");
+  EXPECT_TRUE(options().automaticFallVelocity && shown("set to automatic\n"));
+  EXPECT_TRUE(options().cellSidesHigh && options().velocityCentred);  // "on" comes before "off"
 
   read("Cell Sides High == off\nErosion Method == VanRijn89\nDeposition Method == EyesinkVermaas");
+  EXPECT_EQ(options().fallVelocity, 0.02);  // neither "auto" nor the defaults change it
   EXPECT_FALSE(options().cellSidesHigh);
   EXPECT_TRUE(shown("set to OFF\nset to VANRIJN89\nset to EYESINKVERMAAS\n"));
 }
@@ -162,7 +153,8 @@ TEST_F(ControlFile, IncludedFilesAreReadInPlaceRelativeToTheTopLevelFile) {
 
   EXPECT_EQ(options().slumpSlope, 3.0);
   EXPECT_EQ(options().bedChangeLimit, 0.5);
-  EXPECT_NE(log().find("Erosion Method"), std::string::npos);
+  EXPECT_TRUE(
+      shown("...Closed File Unit:2004\n...Closed File Unit:2003\n"));  // the inner one first
 }
 
 TEST_F(ControlFile, NineNestedFilesAreReadAndATenthEndsTheRun) {
@@ -182,6 +174,15 @@ TEST_F(ControlFile, DomainWithoutMorphologyTouchesOnlyItsDummies) {
   const std::vector<double> dummies = {0.5, 0.00016, 0.4, 0.4, -99999.0, -1.0};
   EXPECT_EQ(std::vector(real.begin(), real.begin() + 6), dummies);
   EXPECT_EQ(std::vector(integer.begin(), integer.begin() + 2), (std::vector{1, -1}));
+}
+
+TEST_F(ControlFile, LastDomainClosesTheWorkspace) {
+  module.workspace.open(folder.path("run_mor.wor"), "run");  // unit 2002
+  for (const std::int32_t domain : {1, 3}) {
+    reserve(domain, true);
+    read("", domain);
+    EXPECT_EQ(module.units.find(2002) != nullptr, domain == 1);
+  }
 }
 
 }  // namespace

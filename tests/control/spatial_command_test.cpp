@@ -48,17 +48,14 @@ struct SpatialCommand : test::ControlTest {
     return whole(real) && whole(integer);
   }
 
-  double d50(int i, int j) const {
+  const double& d50(int i, int j) const {
     return real[static_cast<std::size_t>(kFirst - 1 + (j - 1) * kN + i - 1)];
   }
   std::int32_t code(int i, int j) const {
     return integer[static_cast<std::size_t>(kFirst - 1 + (j - 1) * kN + i - 1)];
   }
-  int cellsSet() const {
-    int count = 0;
-    for (int j = 1; j <= kM; ++j)
-      for (int i = 1; i <= kN; ++i) count += d50(i, j) != kUntouched ? 1 : 0;
-    return count;
+  std::ptrdiff_t cellsSet() const {
+    return kN * kM - std::count(&d50(1, 1), &d50(1, 1) + kN * kM, kUntouched);
   }
 };
 

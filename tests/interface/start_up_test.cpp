@@ -1,6 +1,5 @@
 #include "interface/start_up.hpp"
 
-#include "interface/entry_points.hpp"
 #include "platform/support.hpp"
 #include "support/test_module.hpp"
 
@@ -40,24 +39,6 @@ TEST_F(StartUp, OpensItsFilesAndWritesTheBanner) {
   EXPECT_EQ(module.gisSettings.hostProjection, "COORDSYS");
   module.dataset.writeEnd();
   EXPECT_EQ(folder.bytes("Run_01_morDH.dat").size(), 4U);  // one card, from the first slot alone
-}
-
-TEST_F(StartUp, WorkspaceIsClosedByTheLastDomainOnly) {
-  folder.write("a.mcf", "");
-  std::vector<double> real(100);
-  std::vector<std::int32_t> integer(10);
-  std::int32_t nextReal = 1;
-  std::int32_t nextInteger = 1;
-  for (const std::int32_t domain : {1, 2}) {
-    module.fields.reserve(domain, true, 2, 2, nextReal, nextInteger);
-    readControlFile(module, {.controlFile = folder.path("a.mcf"),
-                             .domain = domain,
-                             .lastDomain = 2,
-                             .n = 2,
-                             .m = 2,
-                             .work = {real.data(), integer.data()}});
-    EXPECT_EQ(module.units.find(2002) != nullptr, domain == 1);
-  }
 }
 
 TEST_F(StartUp, RunEndedLaterClosesEverythingAndPrompts) {

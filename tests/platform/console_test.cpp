@@ -30,24 +30,6 @@ TEST(StandardConsole, LeavesTheHostsOwnBrokenPipesAlone) {
   EXPECT_EXIT(breakAPipe(), testing::KilledBySignal(SIGPIPE), "");
 }
 
-// Without standard streams their numbers are free for the next file that is opened.
-TEST(StandardConsole, NeverWritesIntoAFile) {
-  const test::TempFolder folder;
-  const auto writeWithoutStreams = [&] {
-    close(STDIN_FILENO);
-    close(STDOUT_FILENO);
-    static UnitTable units;
-    units.open(1, folder.path("first"), kReplace);
-    units.open(2, folder.path("file"), kReplace);
-    StandardConsole().line("for the screen");
-    units.find(2)->writeRecord("for the file");
-    std::string answer;
-    std::exit(StandardConsole().readLine(answer) ? 1 : 7);
-  };
-  EXPECT_EXIT(writeWithoutStreams(), testing::ExitedWithCode(7), "");
-  EXPECT_EQ(folder.read("file"), "for the file\n");
-}
-
 TEST(StandardConsole, ReadsLinesToTheEndOfInput) {
   const test::TempFolder folder;
   const std::string input = folder.write("input", "yes\r\n\nlast");

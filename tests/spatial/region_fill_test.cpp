@@ -7,15 +7,11 @@
 #include <utility>
 #include <vector>
 
-#include "spatial/random_integers.hpp"
+#include "spatial/rings.hpp"
 
 namespace nivaro {
 namespace {
 
-struct IntegerPoint {
-  int x, y;
-};
-using Ring = std::vector<IntegerPoint>;
 using Elements = std::set<std::pair<int, int>>;
 
 // Cells are 2 x 2, offsets 2: in field coordinates, 5 further on, element (i, j) has its centre at
@@ -24,55 +20,27 @@ constexpr int kSize = 2;
 constexpr int kShift = 5;
 constexpr GridFrame kFrame{.dx = kSize, .dy = kSize};
 
-Elements filled(const std::vector<Ring>& rings, int n, int m, RegionFill& fill) {
-  std::vector<double> x, y;
-  std::vector<std::int32_t> ends;
-  for (const Ring& ring : rings) {
-    for (const auto& [px, py] : ring) {
-      x.push_back(px);
-      y.push_back(py);
-    }
-    ends.push_back(static_cast<std::int32_t>(x.size()));
-    x.push_back(ring.front().x);
-    y.push_back(ring.front().y);
-  }
-  const auto cells = fill.find(x, y, ends, kFrame, n, m).value();
+Elements filled(const test::Rings& rings, int n, int m, RegionFill& fill) {
+  test::Vertices set(rings);
+  const auto [range, marks] = fill.find(set.x, set.y, set.ends, kFrame, n, m).value();
   Elements elements;
-  auto inside = cells.inside.begin();
-  for (int j = cells.range.firstJ; j <= cells.range.lastJ; ++j)
-    for (int i = cells.range.firstI; i <= cells.range.lastI; ++i)
+  auto inside = marks.begin();
+  for (int j = range.firstJ; j <= range.lastJ; ++j)
+    for (int i = range.firstI; i <= range.lastI; ++i)
       if (*inside++ != 0) elements.emplace(i, j);
   return elements;
 }
 
-// The rules once more, centre by centre: inside when an odd number of edges, lower ends left out,
-// crosses the centre's row to its left. In integers.
-bool isInside(const std::vector<Ring>& rings, int i, int j) {
-  const int cx = kSize * j - kShift;
-  const int cy = kSize * i - kShift;
-  int crossings = 0;
-  for (const Ring& ring : rings)
-    for (std::size_t k = 1; k < ring.size(); ++k) {
-      IntegerPoint low = ring[k - 1], high = ring[k];
-      if (low.y > high.y) std::swap(low, high);
-      if (!(low.y < cy && cy <= high.y)) continue;
-      const int rise = high.y - low.y;
-      if (low.x * rise + (cy - low.y) * (high.x - low.x) < cx * rise) ++crossings;
-    }
-  return crossings % 2 == 1;
-}
-
-// Only the elements from 2 to 2 before the field's end, and none right of the region's box: an open
-// ring would otherwise fill its rows to the end.
-Elements expected(const std::vector<Ring>& rings, int n, int m) {
-  int maxX = rings[0][0].x;
-  for (const Ring& ring : rings)
-    for (const IntegerPoint& p : ring) maxX = std::max(maxX, p.x);
+// The rules once more, centre by centre. Only the elements from 2 to 2 before the field's end, and
+// none right of the region's box: an open ring would otherwise fill its rows to the end.
+Elements expected(const test::Rings& rings, int n, int m) {
+  const test::Vertices set(rings);
+  const int maxX = static_cast<int>(std::ranges::max(set.x));
   const int lastJ = std::min((maxX + kShift) / kSize + 1, m - 2);
   Elements elements;
   for (int i = 2; i <= n - 2; ++i)
     for (int j = 2; j <= lastJ; ++j)
-      if (isInside(rings, i, j)) elements.emplace(i, j);
+      if (test::isInside(rings, kSize * j - kShift, kSize * i - kShift)) elements.emplace(i, j);
   return elements;
 }
 
@@ -81,13 +49,8 @@ TEST(RegionFill, FollowsItsRulesOnAllKindsOfTies) {
   RegionFill fill;
   for (int count = 0; count < 20000; ++count) {
     const int n = random.between(4, 14), m = random.between(4, 14);
-    std::vector<Ring> rings(static_cast<std::size_t>(random.between(1, 4)));
     const bool closed = random.between(0, 9) > 0;
-    for (Ring& ring : rings) {
-      for (int k = random.between(1, 7); k > 0; --k)
-        ring.push_back({random.between(-9, 26), random.between(-9, 26)});
-      if (closed) ring.push_back(ring.front());
-    }
+    const test::Rings rings = test::randomRings(random, -9, 26, closed);
     ASSERT_EQ(filled(rings, n, m, fill), expected(rings, n, m)) << count;
   }
 }

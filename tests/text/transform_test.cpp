@@ -62,7 +62,7 @@ TEST(Transform, Replaces) {
   EXPECT_EQ(replaceAll("one ONE two", "One ", "3 "), "3 3 two");
   EXPECT_EQ(replaceAll("aaa", "aa", "b"), "ba");
   EXPECT_EQ(replaceAll("aa", "a", "xax"), "xaxxax");  // goes on behind what it put in
-  EXPECT_EQ(replaceAll("a-b-", "-", " "), "ab");      // a blank new text is nothing
+  EXPECT_EQ(replaceAll("a -b -", "-", " "), "a b");   // a blank new text is nothing
   EXPECT_EQ(replace("abc", "x", "y"), "abc");
   EXPECT_EQ(replace("abc", " ", "y"), "abc");
   EXPECT_EQ(ss256(std::string(300, 'a')), std::string(256, 'a'));
