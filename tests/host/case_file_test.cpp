@@ -120,7 +120,7 @@ TEST(Bed, ARasterCountsFromTheNorthAndLeavesCellsWithoutDataOut) {
   BedShape shape;
   shape.raster = readRaster(file);
 
-  EXPECT_EQ(shape.elevation(10.1, 23.9), 1.0);  // north row
+  EXPECT_EQ(shape.elevation(12.1, 22.1), 2.0);  // north row
   EXPECT_EQ(shape.elevation(15.9, 20.1), 6.0);
   EXPECT_EQ(shape.elevation(15.9, 23.9), std::nullopt);
   EXPECT_EQ(shape.elevation(0, 0), 4.0);  // outside: the nearest

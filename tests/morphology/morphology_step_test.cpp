@@ -30,13 +30,14 @@ void spoil(Dice& dice, TestDomain& d) {
 }
 
 // Some grids are longer than a block of cells and a strip along the first index, some wider than one along
-// the second; now and then the area is empty.
+// the second; now and then the area is empty, or ends where a block ends.
 TestDomain randomDomain(unsigned seed) {
   Dice dice(seed);
   const bool large = seed % 50 == 0, wide = seed % 200 == 0;
-  const int n = wide ? dice.whole(515, 700) : large ? dice.whole(60, 150) : dice.whole(4, 20);
+  const int n = wide ? dice.whole(515, 700) : large ? dice.whole(67, 150) : dice.whole(4, 20);
   TestDomain d = randomDomain(dice, n, large ? dice.whole(17, 90) : dice.whole(4, 12));
   d.area = {dice.whole(2, 3), dice.whole(2, 3), dice.whole(1, d.n - 1), dice.whole(1, d.m - 1)};
+  if (large && dice.chance(0.5)) d.area.lastI = d.area.firstI + 63;
   if (seed % 3 == 0) spoil(dice, d);
   return d;
 }
