@@ -64,7 +64,7 @@ inline void fillFields(Dice& dice, TestDomain& d) {
   }
 }
 
-// Fields that are the same everywhere, and patches without sand, are passed over in ways of their own.
+// Fields that are the same everywhere, and patches without sand or bed, are passed over in ways of their own.
 inline void levelFields(Dice& dice, TestDomain& d) {
   const bool grains = dice.chance(0.4), voids = dice.chance(0.3);
   for (auto* field : {&d.d50, &d.d90})
@@ -72,11 +72,14 @@ inline void levelFields(Dice& dice, TestDomain& d) {
   for (auto* field : {&d.inSituVoids, &d.depositionVoids})
     if (voids) field->assign(d.size, field->front());
   if (dice.chance(0.3)) d.bedLimit.assign(d.size, dice.oneOf({-99999.0, -1.5}));
-  if (!dice.chance(0.3)) return;
-  const int firstI = dice.whole(1, d.n), firstJ = dice.whole(1, d.m),
-            lastJ = dice.whole(firstJ, d.m);
+  if (!dice.chance(d.n > 60 ? 0.8 : 0.3)) return;
+  const int blockStart = dice.whole(2, 3) + 64 * dice.whole(0, (d.n - 3) / 64);
+  const int firstI = dice.chance(0.5) ? blockStart : dice.whole(1, d.n);
+  const int firstJ = dice.whole(1, d.m), lastJ = dice.whole(firstJ, d.m);
+  const bool noBeds = dice.chance(0.5);
   for (int j = firstJ; j <= lastJ; ++j)
-    for (int i = firstI; i <= d.n; ++i) d.grid(d.bedCode)(i, j) = dice.oneOf({0, 0, 0, 0, 2, -2});
+    for (int i = firstI; i <= d.n; ++i)
+      d.grid(d.bedCode)(i, j) = dice.oneOf({0, 0, 0, 0, noBeds ? 0 : 2, -2});
 }
 
 inline void fillOptions(Dice& dice, TestDomain& d) {
