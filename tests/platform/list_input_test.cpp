@@ -130,6 +130,13 @@ TEST(ListInput, SeparatesRepeatsAndSkipsItems) {
   }
 }
 
+TEST(ListInput, GivesTheSameAgainAfterAnError) {
+  double value = 0;
+  ListInput wrong("x 2");
+  EXPECT_EQ(wrong.read(value), Error);
+  EXPECT_EQ(wrong.read(value), Error);
+}
+
 struct ListInputFromUnit : testing::Test {
   void open(std::string_view content) {
     ASSERT_EQ(unit.open(folder.write("list.txt", content), {}), "");

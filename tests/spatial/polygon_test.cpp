@@ -50,10 +50,15 @@ TEST(Polygon, LeftBoundaryIsInsideRightBoundaryOutside) {
 
 TEST(Polygon, VerticesBehindTheLastPolygonAreReported) {
   const std::vector<double> c(12, 1.0);
-  EXPECT_TRUE(insidePolygon(0, 0, c, c, 1, std::array{5, 11}));
-  EXPECT_FALSE(insidePolygon(0, 0, c, c, 1, std::array{5}));
-  EXPECT_FALSE(insidePolygon(0, 0, c, c, 1, std::span<const std::int32_t>()));
-  EXPECT_TRUE(insidePolygon(0, 0, c, c, 1, std::array{99}));
+  const auto isReported = [&](std::size_t vertices, std::span<const std::int32_t> ends) {
+    const auto first = std::span(c).first(vertices);
+    return !insidePolygon(0, 0, first, first, 1, ends);
+  };
+  EXPECT_FALSE(isReported(12, std::array{5, 11}));
+  EXPECT_FALSE(isReported(12, std::array{99}));
+  EXPECT_FALSE(isReported(7, std::array{5}));  // a vertex alone is no edge
+  EXPECT_TRUE(isReported(8, std::array{5}));
+  EXPECT_TRUE(isReported(12, {}));
   EXPECT_EQ(insidePolygon(0, 0, c, c, 1, std::array{5}).report().line1,
             "Invalid number of polygons in region sent to inside_polygon routine [1] - contact " +
                 std::string(kSupportAddress));

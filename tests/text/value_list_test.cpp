@@ -19,7 +19,7 @@ TEST(ValueList, FindsItems) {
     std::string expected;
   } cases[] = {
       {"D50 = 0.2, 0.3", "d50", 1, "0.2"},
-      {"D50 = 0.2, 0.3", "D50 ", 2, "0.3"},
+      {"D50=0.2, 0.3", "D50 ", 2, "0.3"},
       {"D50 = 0.2, 0.3", "d50", 3, ""},
       {"D50 = 0.2, 0.3", "d50", 0, "0.2"},  // below 1 is the first item
       {"a, b c ,d", "key", 2, "b c"},       // no key: the whole line
