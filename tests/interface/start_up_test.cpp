@@ -41,13 +41,5 @@ TEST_F(StartUp, OpensItsFilesAndWritesTheBanner) {
   EXPECT_EQ(folder.bytes("Run_01_morDH.dat").size(), 4U);  // one card, from the first slot alone
 }
 
-TEST_F(StartUp, RunEndedLaterClosesEverythingAndPrompts) {
-  console.answers = {""};
-  EXPECT_EQ(test::exitCodeOf([&] { module.termination.exits(); }), 1);
-  for (const std::int32_t unit : {2001, 2002, 2003}) EXPECT_EQ(module.units.find(unit), nullptr);
-  EXPECT_TRUE(console.output.ends_with("\nPress Enter to Close\n")) << console.output;
-  EXPECT_TRUE(console.answers.empty());
-}
-
 }  // namespace
 }  // namespace nivaro

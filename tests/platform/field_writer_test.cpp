@@ -42,16 +42,5 @@ TEST(FieldWriter, AnyNumberIsWrittenAsByFixedField) {
   }
 }
 
-TEST(FieldWriter, IntegersAreWrittenAsByIntegerField) {
-  constexpr auto kLowest = std::numeric_limits<std::int64_t>::min();
-  for (const std::int64_t value :
-       std::initializer_list<std::int64_t>{0, 999999, 1000000, -99999, -100000, kLowest}) {
-    std::string text;
-    appendIntegerField(text, value, 6);
-    appendInteger(text, value);
-    EXPECT_EQ(text, integerField(value, 6) + std::to_string(value));
-  }
-}
-
 }  // namespace
 }  // namespace nivaro

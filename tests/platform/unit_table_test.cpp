@@ -33,29 +33,20 @@ TEST_F(UnitTableTest, KnowsAFileByWhateverNameAndForgetsANumberWithoutOne) {
   EXPECT_TRUE(units.close(2001));
 }
 
-TEST_F(UnitTableTest, ShowsAReaderWhatAnotherUnitHasWritten) {
+TEST_F(UnitTableTest, ShowsReadersWhatOtherUnitsHaveWritten) {
   units.open(2001, folder.path("file"), kReplace);
   units.find(2001)->writeRecord("written");
   units.open(2002, folder.path("file"), kRead);
   std::string_view record;
   EXPECT_EQ(units.find(2002)->readRecord(record), ReadStatus::Ok);
   EXPECT_EQ(record, "written");
-}
 
-TEST_F(UnitTableTest, LeavesWholeFilesBehind) {
-  {
-    UnitTable ending;
-    ending.open(2001, folder.path("first"), kReplace);
-    ending.find(2001)->writeRecord("1");
-    ending.open(2002, folder.path("second"), kReplace);
-    ending.find(2002)->writeRecord("2");
-    ending.flushAll();
-    EXPECT_EQ(folder.read("first") + folder.read("second"), "1\n2\n");
-    ending.open(2001, folder.path("third"), kReplace);  // another file on a number in use
-    ending.find(2002)->writeRecord("3");
-  }
-  EXPECT_EQ(folder.read("first"), "1\n");
-  EXPECT_EQ(folder.read("second"), "2\n3\n");
+  units.find(2001)->writeRecord("more");
+  units.flushAll();
+  EXPECT_EQ(folder.read("file"), "written\nmore\n");
+  units.find(2001)->writeRecord("last");
+  units.open(2001, folder.path("other"), kReplace);  // another file on a number in use
+  EXPECT_EQ(folder.read("file"), "written\nmore\nlast\n");
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "spatial/grid_assignment.hpp"
 
-#include <array>
 #include <map>
 #include <vector>
 
@@ -103,32 +102,11 @@ TEST_F(GridAssignmentTest, RegionsAddWherePointsAndLinesSet) {
   EXPECT_THAT(cellsOf(integers), ElementsAre(Pair(Pair(2, 2), 2147483647)));
 }
 
-TEST_F(GridAssignmentTest, ObjectsWithoutExtentSetNothing) {
-  assignAll(
-      "Line 5 5 5 5\nPline 0\nPline 1\n4.5 4.5\nPline 3\n2 2\n2 2\n2 2\n"
-      "Region 1\n5\n4.5 4.5\n4.5 4.5\n4.5 4.5\n4.5 4.5\n4.5 4.5\n",
-      "1\n2\n3\n4\n5\n", realTarget());
-
-  EXPECT_TRUE(cellsOf(reals).empty());
-  EXPECT_TRUE(shown("...MIF PLINE (     0 vertices)"));
-}
-
 TEST_F(GridAssignmentTest, SegmentOverTooManyCellsEndsTheRunOnTheScreen) {
   EXPECT_THROW(assignAll("Line 0 0.5 10001 0.5\n", "1\n", realTarget()), test::ProcessEnded);
   EXPECT_TRUE(console.output.starts_with(
       "SORRY - Exceeded limit of    10000 HX cells per HX polyline segment.  Contact "));
   EXPECT_EQ(record->error_count, 0);
-}
-
-TEST(GridFrame, SubGridAreaIsRaisedToZeroAndLoweredToTheBounds) {
-  const std::vector<double> x{7, -30, 12.5};
-  const std::vector<double> y{99, 4, 5};
-  const SubGridArea area = setSubGridArea(x, y, 5, 10, 20);
-  // trunc(4 / 5) + 1, trunc(-30 / 5) + 1 = -5 raised, trunc(99 / 5) + 1 = 20 lowered.
-  EXPECT_THAT((std::array{area.firstLow, area.secondLow, area.firstHigh, area.secondHigh}),
-              ElementsAre(1, 0, 10, 3));
-  EXPECT_THAT((std::array{area.minX, area.minY, area.maxX, area.maxY}),
-              ElementsAre(-30, 4, 12.5, 99));
 }
 
 }  // namespace
