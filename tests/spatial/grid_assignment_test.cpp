@@ -85,7 +85,7 @@ TEST_F(GridAssignmentTest, RegionsAddWherePointsAndLinesSet) {
   target.regionsAdd = true;
   const std::string square = "Region 1\n5\n1 1\n3 1\n3 3\n1 3\n1 1\n";
   // The first line leaves its first centre out, and the grid behind the last column; the second comes
-  // from index 0, which a line does not set: 1 reaches down to -1.
+  // from index 0, which no line sets: cell 1 reaches down to -1.
   assignAll(square + square + "Point 1.5 1.5\nLine 18.5 8.5 30 8.5\nLine 7.5 -2.5 7.5 1.5\n",
             "1\n2\n7\n5\n4\n", target);
 
