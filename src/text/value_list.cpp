@@ -17,20 +17,13 @@ struct ValueList {
 };
 
 // Of the item at the start of the list: up to the first comma outside quotes. Either quote
-// character closes what either opened; inside, a doubled one stands for itself.
+// character closes what either opened; a doubled one inside closes and opens again.
 std::size_t itemLength(std::string_view list) {
   bool quoted = false;
   std::size_t at = 0;
-  for (; at < list.size() && (quoted || list[at] != ','); ++at) {
-    if (!isQuote(list[at])) continue;
-    const bool doubled = quoted && at + 1 < list.size() && list[at + 1] == list[at];
-    if (doubled) {
-      ++at;
-    } else {
-      quoted = !quoted;
-    }
-  }
-  return std::min(at, list.size());
+  for (; at < list.size() && (quoted || list[at] != ','); ++at)
+    if (isQuote(list[at])) quoted = !quoted;
+  return at;
 }
 
 std::string plain(std::string_view item) {
