@@ -55,9 +55,10 @@ TEST_F(Dataset, HeaderHoldsTheCardsInOrder) {
 }
 
 TEST_F(Dataset, TwoDomainsShareARecordThatTheLastOnePads) {
-  dataset.setSettings({.flagDepthThreshold = 0.0, .numData = 5, .numCells = 6});
-  code[5] = 9;    // cell (2, 2) is skipped
-  active[6] = 2;  // cell (3, 2): the lowest bit says inactive
+  dataset.setSettings({.flagDepthThreshold = -1.0, .numData = 5, .numCells = 6});
+  depth1.assign(kN * kM, -9.0);  // not looked at
+  code[5] = 9;                   // cell (2, 2) is skipped
+  active[6] = 2;                 // cell (3, 2): the lowest bit says inactive
 
   std::vector<double> cell(kN * kM, 0.0);
   std::vector<double> corner(kN * kM, -1.0);
@@ -87,6 +88,28 @@ TEST_F(Dataset, TwoDomainsShareARecordThatTheLastOnePads) {
   EXPECT_EQ(file(), whole + whole + bytesOf(210));
 }
 
+TEST_F(Dataset, CornersOfTheRangeAreFilledWhicheverPointsAreWritten) {
+  dataset.setSettings({.numData = 2});
+  std::vector<double> cell(kN * kM, 0.5);
+  std::vector<double> corner(kN * kM, -1.0);
+  const std::vector<std::int32_t> pointI{2, 1};
+  const std::vector<std::int32_t> pointJ{3, 1};
+  for (const std::size_t points : {2U, 0U}) {
+    corner.assign(kN * kM, -1.0);
+    dataset.writeValues({1, 1}, static_cast<std::int32_t>(points),
+                        CornerValues{.cellBedChange = {cell.data(), kN, kM},
+                                     .cornerBedChange = {corner.data(), kN, kM},
+                                     .pointI = std::span(pointI).first(points),
+                                     .pointJ = std::span(pointJ).first(points)},
+                        kRange);
+    // The range and the cells just before it: (1, 1) to (3, 2).
+    EXPECT_EQ(corner,
+              (std::vector{0.5, 0.5, 0.5, -1.0, 0.5, 0.5, 0.5, -1.0, -1.0, -1.0, -1.0, -1.0}));
+  }
+  // Point (2, 3) lies outside and holds what the host left there.
+  EXPECT_EQ(file(), bytesOf(-1.0F, 0.5F, 0.0F, 0.0F));
+}
+
 TEST_F(Dataset, DepthThresholdIsStrictAndNeedsAnActiveCell) {
   dataset.setSettings({.flagDepthThreshold = 0.75, .numData = 0, .numCells = 4});
   depth1[6] = 0.5000001;                               // (3, 2) just above
@@ -99,7 +122,8 @@ TEST_F(Dataset, DepthThresholdIsStrictAndNeedsAnActiveCell) {
   EXPECT_EQ(file(), card + "\0\1\0\0"s + card + "\0\0\0\0"s + bytesOf(210));
 }
 
-// Larger than the blocks in which flags are turned from the order of memory to that of the file.
+// Larger than the blocks in which flags are turned from the order of memory to that of the file: a strip
+// and a single row, then less than a strip.
 TEST_F(Dataset, FlagsOfManyRowsAndColumnsKeepTheirPlaces) {
   constexpr int kRows = FlagStrip::kRows + 77;
   constexpr int kColumns = 150;
@@ -115,13 +139,14 @@ TEST_F(Dataset, FlagsOfManyRowsAndColumnsKeepTheirPlaces) {
     }
   }
 
-  dataset.writeFlags({2, 3},
-                     {.skippedCode = 2,
-                      .code = {code.data(), kRows, kColumns},
-                      .active = {active.data(), kRows, kColumns},
-                      .depthTerm1 = {},
-                      .depthTerm2 = {}},
-                     {2, 2, kRows, kColumns});
+  const CellFlags flags{.skippedCode = 2,
+                        .code = {code.data(), kRows, kColumns},
+                        .active = {active.data(), kRows, kColumns},
+                        .depthTerm1 = {},
+                        .depthTerm2 = {}};
+  constexpr int kSecond = 2 + FlagStrip::kRows + 1;
+  dataset.writeFlags({2, 3}, flags, {2, 2, kSecond - 1, kColumns});
+  dataset.writeFlags({2, 3}, flags, {kSecond, 2, kRows, kColumns});
   dataset.writeEnd();
 
   EXPECT_TRUE(file() == expected + bytesOf(210));
