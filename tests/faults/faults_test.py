@@ -363,9 +363,10 @@ class Memory(FaultsTest):
             run = self.run_host(LONG_RUN_HOST, "rounds", control, "1", "500", "500",
                                 malloc=largest, code=code)
         long_line = self.write("long.mcf", "Hiding Exponent == " + 3_000_000 * "0")
-        for job, calls, purpose in (("rounds", long_line, "control file"),
-                                    ("steps", self.control, "morphology step")):
-            other = self.run_host(LONG_RUN_HOST, job, calls, "1", "500", "500",
+        for job, calls, rows, purpose in (("rounds", long_line, "500", "control file"),
+                                          ("steps", self.control, "500", "morphology step"),
+                                          ("flags", self.control, "2500", "dataset")):
+            other = self.run_host(LONG_RUN_HOST, job, calls, "1", rows, "500",
                                   malloc=1_000_000, code=1)
             self.assertTrue(other.shown.endswith(
                 f"\nERROR - Could not allocate memory (RAM) for the {purpose}.\n\nClosing any "

@@ -1,7 +1,7 @@
 /* A host for very long runs: the trench of a flume in a flow that turns, a mound that collapses in
- * still water, and control files read again and again.
+ * still water, control files read again and again, and flags of the dataset.
  *
- * Usage: long_run_host steps|collapse|rounds PREFIX CONTROL_FILE COUNT [ROWS COLUMNS]
+ * Usage: long_run_host steps|collapse|rounds|flags PREFIX CONTROL_FILE COUNT [ROWS COLUMNS]
  * Says on standard error, a name and a number each: the memory that the process holds (kB) and its
  * open files at the start, at half the count and at the end, and what became of the bed. */
 #include <dirent.h>
@@ -140,6 +140,12 @@ static void read_again(int round) {
   read_control_file(control_file);
 }
 
+static void write_flags(int record) {
+  const double time = record;
+  QVMOR_WRSMSF_DAT_FLAGS(&kOne, &kOne, &time, &kNothing, &kOne, integer_work, wet, level, level, &n,
+                         NULL, &kOne, &kOne, &n, &m);
+}
+
 int main(int argc, char** argv) {
   if (argc < 5) return 2;
   const char* what = argv[1];
@@ -147,8 +153,8 @@ int main(int argc, char** argv) {
   control_file = argv[3];
   if (argc > 6) n = atoi(argv[5]), m = atoi(argv[6]);
   start(argv[2]);
-  if (strcmp(what, "rounds") == 0) {
-    repeat(count, read_again);
+  if (strcmp(what, "rounds") == 0 || strcmp(what, "flags") == 0) {
+    repeat(count, *what == 'r' ? read_again : write_flags);
     return 7;
   }
   read_control_file(control_file);
