@@ -9,7 +9,7 @@ namespace nivaro {
 namespace {
 
 // A 5 x 5 domain with still water, and a control of what a call changes.
-struct EntryPoints : testing::Test, test::TestModule {
+struct EntryPoints : test::ModuleTest {
   static constexpr int kN = 5;
   static constexpr std::size_t kCells = 25;
 
@@ -86,6 +86,34 @@ TEST_F(EntryPoints, DomainWithoutMorphologyIsLeftAlone) {
   runMorphology(module, c);
   EXPECT_EQ(zc[12], 3.0);
   EXPECT_EQ(integer[0], 1);
+
+  // Its points hold zeros, whatever stands where fields would be: no corner is computed.
+  module.dataset.open(folder.path("run.dat"));
+  real.assign(real.size(), 5.0);
+  const std::vector<std::int32_t> point{2};
+  writeDatasetValues(module, {.turn = {},
+                              .writeValues = true,
+                              .nx = kN,
+                              .range = {2, 2, 4, 4},
+                              .pointI = point,
+                              .pointJ = point,
+                              .realWork = real.data()});
+  EXPECT_EQ(folder.bytes("run.dat"), std::string(4, '\0'));
+  EXPECT_EQ(real, std::vector<double>(real.size(), 5.0));
+}
+
+TEST_F(EntryPoints, WorkspaceIsOpenUntilTheLastDomainHasReadItsControlFile) {
+  const std::string file = folder.write("a.mcf", "");
+  module.workspace.open(folder.path("a.wor"), "a");
+  for (const std::int32_t lastDomain : {2, 1}) {
+    readControlFile(module, {.controlFile = file,
+                             .domain = 1,
+                             .lastDomain = lastDomain,
+                             .n = kN,
+                             .m = kN,
+                             .work = {real.data(), integer.data()}});
+    EXPECT_EQ(module.units.find(2002) != nullptr, lastDomain == 2);
+  }
 }
 
 TEST_F(EntryPoints, DomainWithoutAPlaceInTheWorkArraysEndsTheRun) {
