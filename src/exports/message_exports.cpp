@@ -1,25 +1,26 @@
 // The message family.
 #include "exports/adapters.hpp"
+#include "exports/call.hpp"
 #include "exports/the_module.hpp"
 
 using namespace nivaro;
 
 void DMESSAGEXY(const std::int32_t* blankLines, const double* x, const double* y) noexcept {
-  theModule().messages.dmessageXy(*blankLines, *x, *y);
+  call(__func__, [&] { theModule().messages.dmessageXy(*blankLines, *x, *y); });
 }
 
 void DMESSAGE(const std::int32_t* blankLines) noexcept {
-  theModule().messages.dmessage(*blankLines);
+  call(__func__, [&] { theModule().messages.dmessage(*blankLines); });
 }
 
 void DMESSAGECLEAR() noexcept {
-  theModule().messages.dmessageClear();
+  call(__func__, [&] { theModule().messages.dmessageClear(); });
 }
 
 void DMESSAGERESETCOUNTERS() noexcept {
-  theModule().messages.dmessageResetCounters();
+  call(__func__, [&] { theModule().messages.dmessageResetCounters(); });
 }
 
 void DLINE(const std::int32_t* unit) noexcept {
-  theModule().messages.dline(*unit);
+  call(__func__, [&] { theModule().messages.dline(*unit); });
 }

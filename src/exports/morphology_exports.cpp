@@ -1,8 +1,8 @@
 // The morphology entry points and the end of a run.
-#include <new>
-#include <string_view>
+#include <string>
 
 #include "exports/adapters.hpp"
+#include "exports/call.hpp"
 #include "exports/the_module.hpp"
 #include "interface/entry_points.hpp"
 #include "interface/start_up.hpp"
@@ -17,16 +17,6 @@ Grid<T> openGrid(T* first, const std::int32_t* nx) {
   return {first, *nx, kAnyDimension};
 }
 
-// A call that runs out of memory ends the run like any other error.
-template <typename Call>
-void withMemory(std::string_view orElse, const Call& call) {
-  try {
-    call();
-  } catch (const std::bad_alloc&) {
-    theModule().diagnostics.fatalOnScreen(orElse);
-  }
-}
-
 }  // namespace
 
 void QVMOR_INITIALISE_S1(const char* simulationName, const char* outputPrefix,
@@ -38,39 +28,45 @@ void QVMOR_INITIALISE_S1(const char* simulationName, const char* outputPrefix,
                          Length logPrefixLength, Length tableExtensionLength,
                          Length checkLayerPrefixLength, Length checkLayerHeaderSourceLength,
                          Length hostProjectionLength) noexcept {
-  constexpr std::size_t kKept = 1000;
-  constexpr std::size_t kExtension = 4;
-  const auto kept = [](const char* buffer, Length length, std::size_t most) {
-    return std::string(name(buffer, length).substr(0, most));
-  };
-  startUp(theModule(),
-          {.simulationName = name(simulationName, simulationNameLength),
-           .outputPrefix = name(outputPrefix, outputPrefixLength),
-           .logPrefix = name(logPrefix, logPrefixLength),
-           .gis = {.checkSaveDate = isTrue(*saveDateCheck),
-                   .tableExtension = kept(tableExtension, tableExtensionLength, kExtension),
-                   .saveDateIsError = isTrue(*saveDateError),
-                   .checkLayerPrefix = kept(checkLayerPrefix, checkLayerPrefixLength, kKept),
-                   .checkLayerHeaderSource =
-                       kept(checkLayerHeaderSource, checkLayerHeaderSourceLength, kKept),
-                   .hostProjection = kept(hostProjection, hostProjectionLength, kKept),
-                   .projectionIsError = isTrue(*projectionError)}});
+  call("the start-up", [&] {
+    constexpr std::size_t kKept = 1000;
+    constexpr std::size_t kExtension = 4;
+    const auto kept = [](const char* buffer, Length length, std::size_t most) {
+      return std::string(name(buffer, length).substr(0, most));
+    };
+    startUp(theModule(),
+            {.simulationName = name(simulationName, simulationNameLength),
+             .outputPrefix = name(outputPrefix, outputPrefixLength),
+             .logPrefix = name(logPrefix, logPrefixLength),
+             .gis = {.checkSaveDate = isTrue(*saveDateCheck),
+                     .tableExtension = kept(tableExtension, tableExtensionLength, kExtension),
+                     .saveDateIsError = isTrue(*saveDateError),
+                     .checkLayerPrefix = kept(checkLayerPrefix, checkLayerPrefixLength, kKept),
+                     .checkLayerHeaderSource =
+                         kept(checkLayerHeaderSource, checkLayerHeaderSourceLength, kKept),
+                     .hostProjection = kept(hostProjection, hostProjectionLength, kKept),
+                     .projectionIsError = isTrue(*projectionError)}});
+  });
 }
 
 void QVMOR_INITIALISE_S2(const std::int32_t* timeCodeSwitch, const double* flagDepthThreshold,
                          const std::int32_t*, const std::int32_t*, const std::int32_t* numData,
                          const std::int32_t* numCells) noexcept {
-  theModule().dataset.setSettings({.timeCodeSwitch = *timeCodeSwitch,
-                                   .flagDepthThreshold = *flagDepthThreshold,
-                                   .numData = *numData,
-                                   .numCells = *numCells});
+  call(__func__, [&] {
+    theModule().dataset.setSettings({.timeCodeSwitch = *timeCodeSwitch,
+                                     .flagDepthThreshold = *flagDepthThreshold,
+                                     .numData = *numData,
+                                     .numCells = *numCells});
+  });
 }
 
 void QVMOR_SETUP_S2(const Logical* active, const std::int32_t* domain, const std::int32_t* n,
                     const std::int32_t* m, const std::int32_t*, const std::int32_t*,
                     std::int32_t* nextRealPosition, std::int32_t* nextIntegerPosition) noexcept {
-  reserveFields(theModule(), {.domain = *domain, .active = isTrue(*active), .n = *n, .m = *m},
-                *nextRealPosition, *nextIntegerPosition);
+  call(__func__, [&] {
+    reserveFields(theModule(), {.domain = *domain, .active = isTrue(*active), .n = *n, .m = *m},
+                  *nextRealPosition, *nextIntegerPosition);
+  });
 }
 
 void QVMOR_RDINPF(const char* controlFile, const std::int32_t* domain,
@@ -81,7 +77,7 @@ void QVMOR_RDINPF(const char* controlFile, const std::int32_t* domain,
                   const double* dx, const double* dy, const double* angle, const double* x0,
                   const double* y0, double* realWork, std::int32_t* integerWork, const void*,
                   const void*, const void*, Length controlFileLength) noexcept {
-  withMemory("ERROR - Could not allocate memory (RAM) for the control file.", [&] {
+  call("the control file", [&] {
     readControlFile(theModule(), {.controlFile = name(controlFile, controlFileLength),
                                   .domain = *domain,
                                   .lastDomain = *lastDomain,
@@ -103,8 +99,10 @@ void QVMOR_RDINPF(const char* controlFile, const std::int32_t* domain,
 }
 
 void QVMOR_INIT_2D_DOMAIN(const std::int32_t* domain) noexcept {
-  requireDomain(theModule(), *domain);
-  theModule().parameters.load(*domain);
+  call(__func__, [&] {
+    requireDomain(theModule(), "QVMOR_INIT_2D_DOMAIN", *domain);
+    theModule().parameters.load(*domain);
+  });
 }
 
 void QVMORPHOLOGY(const Logical* smoothing, const Logical* initialisation, const Logical* skip,
@@ -118,7 +116,7 @@ void QVMORPHOLOGY(const Logical* smoothing, const Logical* initialisation, const
                   const void*, const void*, const void*, const void*, const void*, double* realWork,
                   std::int32_t* integerWork, const void*, const void*, const void*,
                   const std::int32_t* domain) noexcept {
-  withMemory("ERROR - Could not allocate memory (RAM) for the morphology step.", [&] {
+  call("the morphology step", [&] {
     runMorphology(theModule(), {.smoothing = isTrue(*smoothing),
                                 .initialisation = isTrue(*initialisation),
                                 .skip = isTrue(*skip),
@@ -144,7 +142,8 @@ void QVMORPHOLOGY(const Logical* smoothing, const Logical* initialisation, const
 }
 
 void QVMOR_WRSMSF_WRITE_HEADER(const char* title) noexcept {
-  theModule().dataset.writeHeader(name(title, SmsDataset::kNameLength));
+  call("the dataset",
+       [&] { theModule().dataset.writeHeader(name(title, SmsDataset::kNameLength)); });
 }
 
 void QVMOR_WRSMSF_DAT_FLAGS(const std::int32_t* domain, const std::int32_t* lastDomain,
@@ -154,7 +153,7 @@ void QVMOR_WRSMSF_DAT_FLAGS(const std::int32_t* domain, const std::int32_t* last
                             const double* depthTerm2, const std::int32_t* nx, const void*,
                             const std::int32_t* firstI, const std::int32_t* firstJ,
                             const std::int32_t* lastI, const std::int32_t* lastJ) noexcept {
-  withMemory("ERROR - Could not allocate memory (RAM) for the dataset.", [&] {
+  call("the dataset", [&] {
     theModule().dataset.writeFlags({.domain = *domain, .lastDomain = *lastDomain},
                                    {.time = *time,
                                     .timeOffset = *timeOffset,
@@ -174,19 +173,21 @@ void QVMOR_WRSMSF_DAT_RESULTS(const std::int32_t* domain, const std::int32_t* la
                               const std::int32_t* lastI, const std::int32_t* lastJ,
                               const std::int32_t* pointI, const std::int32_t* pointJ, const void*,
                               double* realWork) noexcept {
-  requireDomain(theModule(), *domain);
-  const std::size_t points = size(pointCounts[*domain - 1]);
-  writeDatasetValues(theModule(), {.turn = {.domain = *domain, .lastDomain = *lastDomain},
-                                   .writeValues = isTrue(*writeValues),
-                                   .nx = *nx,
-                                   .range = area(firstI, firstJ, lastI, lastJ),
-                                   .pointI = {pointI, points},
-                                   .pointJ = {pointJ, points},
-                                   .realWork = realWork});
+  call("the dataset", [&] {
+    requireDomain(theModule(), "QVMOR_WRSMSF_DAT_RESULTS", *domain);
+    const std::size_t points = size(pointCounts[*domain - 1]);
+    writeDatasetValues(theModule(), {.turn = {.domain = *domain, .lastDomain = *lastDomain},
+                                     .writeValues = isTrue(*writeValues),
+                                     .nx = *nx,
+                                     .range = area(firstI, firstJ, lastI, lastJ),
+                                     .pointI = {pointI, points},
+                                     .pointJ = {pointJ, points},
+                                     .realWork = realWork});
+  });
 }
 
 void QVMOR_WRSMSF_CLOSE() noexcept {
-  theModule().dataset.writeEnd();
+  call("the dataset", [&] { theModule().dataset.writeEnd(); });
 }
 
 void QVMOR_WRMIFF(const std::int32_t* domain, const std::int32_t* lastDomain,
@@ -196,20 +197,22 @@ void QVMOR_WRMIFF(const std::int32_t* domain, const std::int32_t* lastDomain,
                   const std::int32_t* firstOffset, const std::int32_t* secondOffset,
                   const double* x0, const double* y0, const double* stepA, const double* stepB,
                   double* realWork, std::int32_t* integerWork) noexcept {
-  writeCheckLayer(theModule(),
-                  {.cells = {.domain = *domain,
-                             .lastDomain = *lastDomain,
-                             .code = openGrid(cellCode, nx),
-                             .depth = openGrid(depth, nx),
-                             .fields = {},
-                             .range = area(firstI, firstJ, lastI, lastJ),
-                             .firstOffset = *firstOffset,
-                             .secondOffset = *secondOffset,
-                             .frame = {.x0 = *x0, .y0 = *y0, .stepA = *stepA, .stepB = *stepB}},
-                   .writeValues = isTrue(*writeValues),
-                   .work = {.real = realWork, .integer = integerWork}});
+  call("the check layer", [&] {
+    writeCheckLayer(theModule(),
+                    {.cells = {.domain = *domain,
+                               .lastDomain = *lastDomain,
+                               .code = openGrid(cellCode, nx),
+                               .depth = openGrid(depth, nx),
+                               .fields = {},
+                               .range = area(firstI, firstJ, lastI, lastJ),
+                               .firstOffset = *firstOffset,
+                               .secondOffset = *secondOffset,
+                               .frame = {.x0 = *x0, .y0 = *y0, .stepA = *stepA, .stepB = *stepB}},
+                     .writeValues = isTrue(*writeValues),
+                     .work = {.real = realWork, .integer = integerWork}});
+  });
 }
 
 void EXITS() noexcept {
-  theModule().termination.exits();
+  call(__func__, [&] { theModule().termination.exits(); });
 }

@@ -11,36 +11,46 @@ namespace nivaro {
 
 namespace {
 
-[[noreturn]] void stopForDomain(Module& module, std::int32_t domain, std::string_view what) {
-  module.diagnostics.fatalOnScreen("Should not be here - domain " + std::to_string(domain) +
-                                   std::string(what) + " - contact " +
+[[noreturn]] void stopForDomain(Module& module, std::string_view routine, std::int32_t domain,
+                                std::string_view what) {
+  module.diagnostics.fatalOnScreen("Should not be here " + std::string(routine) + " - domain " +
+                                   std::to_string(domain) + std::string(what) + " - contact " +
                                    std::string(kSupportAddress));
+}
+
+// A domain without reserved fields has its positions in front of the host's work arrays.
+void requireFields(Module& module, std::string_view routine, std::int32_t domain) {
+  requireDomain(module, routine, domain);
+  if (!module.fields.isReserved(domain))
+    stopForDomain(module, routine, domain, " has no fields: QVMOR_SETUP_S2 comes first");
+}
+
+// Whether a domain that was set up takes part.
+bool hasMorphology(Module& module, std::string_view routine, std::int32_t domain) {
+  requireFields(module, routine, domain);
+  return module.fields.row(domain).active;
 }
 
 }  // namespace
 
-void requireDomain(Module& module, std::int32_t domain) {
-  if (!DomainFieldTable::isDomain(domain)) stopForDomain(module, domain, " is not in 1 to 100");
-}
-
-void requireFields(Module& module, std::int32_t domain) {
-  requireDomain(module, domain);
-  if (!module.fields.isReserved(domain))
-    stopForDomain(module, domain, " has no fields: QVMOR_SETUP_S2 comes first");
+void requireDomain(Module& module, std::string_view routine, std::int32_t domain) {
+  if (!DomainFieldTable::isDomain(domain))
+    stopForDomain(module, routine, domain, " is not in 1 to 100");
 }
 
 void reserveFields(Module& module, const ReservationCall& call, std::int32_t& nextReal,
                    std::int32_t& nextInteger) {
-  requireDomain(module, call.domain);
+  constexpr std::string_view routine = "QVMOR_SETUP_S2";
+  requireDomain(module, routine, call.domain);
   if (!module.fields.reserve(call.domain, call.active, call.n, call.m, nextReal, nextInteger))
-    stopForDomain(module, call.domain,
+    stopForDomain(module, routine, call.domain,
                   " of " + std::to_string(call.n) + " x " + std::to_string(call.m) +
                       " cells does not fit behind positions " + std::to_string(nextReal) + " and " +
                       std::to_string(nextInteger) + ", which count from 1 in 4-byte integers");
 }
 
 void readControlFile(Module& module, const ControlFileCall& call) {
-  requireFields(module, call.domain);
+  requireFields(module, "QVMOR_RDINPF", call.domain);
   module.controlFile.read({.controlFile = call.controlFile,
                            .parameters = module.parameters.ofDomain(call.domain),
                            .fields = module.fields.fields(call.domain, call.work, call.n, call.m),
@@ -51,14 +61,13 @@ void readControlFile(Module& module, const ControlFileCall& call) {
 }
 
 void runMorphology(Module& module, const MorphologyCall& call) {
-  requireFields(module, call.domain);
+  const bool active = hasMorphology(module, "QVMORPHOLOGY", call.domain);
   const StepInput input = {
       .flow = call.flow,
       .bed = call.bed,
       .fields = module.fields.fields(call.domain, call.work, call.bed.zc.n(), call.bed.zc.m()),
       .settings = call.settings,
       .parameters = module.parameters.current()};
-  const bool active = module.fields.row(call.domain).active;
 
   if (call.smoothing) {
     module.console.line("");
@@ -76,9 +85,8 @@ void runMorphology(Module& module, const MorphologyCall& call) {
 }
 
 void writeDatasetValues(Module& module, const DatasetValuesCall& call) {
-  requireDomain(module, call.turn.domain);
   std::optional<CornerValues> values;
-  if (call.writeValues && module.fields.row(call.turn.domain).active) {
+  if (call.writeValues && hasMorphology(module, "QVMOR_WRSMSF_DAT_RESULTS", call.turn.domain)) {
     values = CornerValues{.cellBedChange = module.fields.cellBedChange(
                               call.turn.domain, call.realWork, call.nx, kAnyDimension),
                           .cornerBedChange = module.fields.cornerBedChange(
@@ -92,8 +100,8 @@ void writeDatasetValues(Module& module, const DatasetValuesCall& call) {
 
 void writeCheckLayer(Module& module, CheckLayerCall call) {
   CheckedDomain& cells = call.cells;
-  requireDomain(module, cells.domain);
-  if (call.writeValues && module.fields.row(cells.domain).active) {
+  requireDomain(module, "QVMOR_WRMIFF", cells.domain);
+  if (call.writeValues && hasMorphology(module, "QVMOR_WRMIFF", cells.domain)) {
     const SedimentFields fields =
         module.fields.fields(cells.domain, call.work, cells.code.n(), cells.code.m());
     cells.fields = CheckedFields{.d50 = fields.d50,
@@ -104,6 +112,11 @@ void writeCheckLayer(Module& module, CheckLayerCall call) {
                                  .bedCode = fields.bedCode};
   }
   module.checkLayer.write(cells, module.gisSettings, module.logUnit);
+}
+
+void endWithoutMemory(Module& module, std::string_view thing) {
+  module.diagnostics.fatalOnScreen("ERROR - Could not allocate memory (RAM) for " +
+                                   std::string(thing) + ".");
 }
 
 }  // namespace nivaro

@@ -69,9 +69,11 @@ struct CheckLayerCall {
 };
 void writeCheckLayer(Module& module, CheckLayerCall call);
 
-// Ends the run for a domain number that no domain can have; or also for a domain without reserved
-// fields, whose positions would lie in front of the host's work arrays.
-void requireDomain(Module& module, std::int32_t domain);
-void requireFields(Module& module, std::int32_t domain);
+// Ends the run for a domain number that no domain can have, in the name of the routine that the host
+// called.
+void requireDomain(Module& module, std::string_view routine, std::int32_t domain);
+
+// Ends the run because there is no memory for a thing: the dataset, or the routine of that name.
+[[noreturn]] void endWithoutMemory(Module& module, std::string_view thing);
 
 }  // namespace nivaro

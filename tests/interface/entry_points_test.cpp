@@ -123,12 +123,21 @@ TEST_F(EntryPoints, DomainWithoutAPlaceInTheWorkArraysEndsTheRun) {
   };
   MorphologyCall c = call();
   for (const auto& [domain, text] :
-       {std::pair(0, "Should not be here - domain 0 is not in 1 to 100"),
-        std::pair(101, "Should not be here - domain 101 is not in 1 to 100"),
+       {std::pair(0, "Should not be here QVMORPHOLOGY - domain 0 is not in 1 to 100"),
+        std::pair(101, "Should not be here QVMORPHOLOGY - domain 101 is not in 1 to 100"),
         std::pair(2, "domain 2 has no fields: QVMOR_SETUP_S2 comes first")}) {
     c.domain = domain;
     EXPECT_TRUE(showsAtItsEnd(text, [&] { runMorphology(module, c); })) << console.output;
   }
+  DatasetValuesCall values;
+  values.turn.domain = 2;
+  CheckLayerCall cells{};
+  cells.cells.domain = 2;
+  values.writeValues = cells.writeValues = true;
+  EXPECT_TRUE(showsAtItsEnd("here QVMOR_WRSMSF_DAT_RESULTS - domain 2 has no fields",
+                            [&] { writeDatasetValues(module, values); }));
+  EXPECT_TRUE(showsAtItsEnd("here QVMOR_WRMIFF - domain 2 has no fields",
+                            [&] { writeCheckLayer(module, cells); }));
   std::int32_t nextReal = 2147483647;
   std::int32_t nextInteger = 7;
   EXPECT_TRUE(
