@@ -1,7 +1,8 @@
 #include "morphology/capacity_terms.hpp"
 
 #include <algorithm>
-#include <cmath>
+
+#include "morphology/elementary.hpp"
 
 namespace nivaro {
 namespace {
@@ -31,18 +32,18 @@ CapacityTerms capacityTerms(const MorphologyParameters& p) {
   terms.stillDepth =
       std::max({kSmallestDepth, 1.25 * p.referenceLevel, 1.25 * p.mixingLayerThickness});
   terms.referenceLevel = p.referenceLevel;
-  terms.logReference = std::log(p.referenceLevel);
-  terms.logRoughness = std::log(12.0 / p.currentRelatedRoughness);
-  terms.logFour = std::log(4.0);
+  terms.logReference = logarithm(p.referenceLevel);
+  terms.logRoughness = logarithm(12.0 / p.currentRelatedRoughness);
+  terms.logFour = logarithm(4.0);
   terms.density = p.sandGrainDensity;
   terms.suspension = p.fallVelocity / kKarman / p.mixingCoefficient * 18.0 * kLog10e / kSqrtGravity;
-  terms.grainScale = std::cbrt(((p.sandGrainDensity - p.waterDensity) / p.waterDensity) * kGravity /
-                               (kViscosity * kViscosity));
+  terms.grainScale = cubeRoot(((p.sandGrainDensity - p.waterDensity) / p.waterDensity) * kGravity /
+                              (kViscosity * kViscosity));
   terms.stage = 0.03 * p.waterDensity / (kLog10e * kLog10e) / buoyancy * terms.grainScale;
   terms.suspended = 0.015 / p.referenceLevel;
   terms.bedLoad = 0.25 * p.sandGrainDensity * kSqrtOfShearFactor / kLog10e;
   constexpr double factors[] = {0.24, 0.14, 0.04, 0.013, 0.055};
-  for (int k = 0; k < 5; ++k) terms.logShields[k] = std::log(factors[k]);
+  for (int k = 0; k < 5; ++k) terms.logShields[k] = logarithm(factors[k]);
   return terms;
 }
 

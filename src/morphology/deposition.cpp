@@ -1,8 +1,7 @@
 #include "morphology/deposition.hpp"
 
-#include <cmath>
-
 #include "morphology/clamp.hpp"
+#include "morphology/elementary.hpp"
 #include "morphology/transport_constants.hpp"
 
 namespace nivaro {
@@ -25,11 +24,11 @@ Deposition deposition(const Settling& cell, double cellSize, double fallVelocity
   const double excess = cell.inflow - cell.equilibrium;
   Deposition result;
   result.concentration = cell.inflow / discharge;
-  result.adaptation = (1.0 - std::pow(cell.equilibrium / cell.inflow, 0.2)) *
+  result.adaptation = (1.0 - power(cell.equilibrium / cell.inflow, 0.2)) *
                       (result.concentration * concentrationFactor) * fallVelocity / excess;
   const double exponent =
       clamped(-result.adaptation * cellSize, -kLargestExponent, kLargestExponent);
-  result.deposited = (1.0 - std::exp(exponent)) * excess;
+  result.deposited = (1.0 - exponential(exponent)) * excess;
   return result;
 }
 

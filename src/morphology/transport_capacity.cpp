@@ -15,6 +15,7 @@
 
 #include <cmath>
 
+#include "morphology/elementary.hpp"
 #include "morphology/transport_constants.hpp"
 
 namespace nivaro {
@@ -34,16 +35,16 @@ bool isStill(double depth, double speed, const MorphologyParameters& p) {
 }
 
 double dimensionlessGrainSize(double d50, const MorphologyParameters& p) {
-  return d50 * std::cbrt(((p.sandGrainDensity - p.waterDensity) / p.waterDensity) * kGravity /
-                         (kViscosity * kViscosity));
+  return d50 * cubeRoot(((p.sandGrainDensity - p.waterDensity) / p.waterDensity) * kGravity /
+                        (kViscosity * kViscosity));
 }
 
 // Shields' curve in pieces, each closed at its upper end.
 double criticalShields(double grainSize) {
   if (grainSize <= 4.0) return 0.24 / grainSize;
-  if (grainSize <= 10.0) return 0.14 * std::pow(grainSize, -0.64);
-  if (grainSize <= 20.0) return 0.04 * std::pow(grainSize, -0.1);
-  if (grainSize <= 150.0) return 0.013 * std::pow(grainSize, 0.29);
+  if (grainSize <= 10.0) return 0.14 * power(grainSize, -0.64);
+  if (grainSize <= 20.0) return 0.04 * power(grainSize, -0.1);
+  if (grainSize <= 150.0) return 0.013 * power(grainSize, 0.29);
   return 0.055;
 }
 
@@ -67,23 +68,23 @@ double suspensionNumber(double shearVelocity, const MorphologyParameters& p) {
 // Depth integral of the suspended load relative to ca h U. Z = 1.2 divides by zero on purpose: what
 // comes out is left to the caps.
 double profileFactor(double relativeLevel, double z) {
-  return (std::pow(relativeLevel, z) - std::pow(relativeLevel, 1.2)) /
-         (std::pow(1.0 - relativeLevel, z) * (1.2 - z));
+  return (power(relativeLevel, z) - power(relativeLevel, 1.2)) /
+         (power(1.0 - relativeLevel, z) * (1.2 - z));
 }
 
 }  // namespace
 
 GrainTerms grainTerms(double d50, const MorphologyParameters& p) {
   const double grainSize = dimensionlessGrainSize(d50, p);
-  return {d50, criticalShields(grainSize), std::pow(grainSize, 0.3)};
+  return {d50, criticalShields(grainSize), power(grainSize, 0.3)};
 }
 
 Transport transportCapacity(double depth, double speed, const GrainTerms& grain, double d90,
                             const MorphologyParameters& p) {
   if (isStill(depth, speed, p)) return {};
 
-  const double bedLogarithm = std::log10(12.0 * depth / p.currentRelatedRoughness);
-  const double grainLogarithm = std::log10((12.0 * depth / 3.0) / d90);
+  const double bedLogarithm = decimalLogarithm(12.0 * depth / p.currentRelatedRoughness);
+  const double grainLogarithm = decimalLogarithm((12.0 * depth / 3.0) / d90);
   const double efficiency = frictionEfficiency(bedLogarithm, grainLogarithm);
   const double stress =
       0.03 * speed * speed * p.waterDensity * efficiency / (bedLogarithm * bedLogarithm);

@@ -1,8 +1,11 @@
 #include "platform/host_path.hpp"
 
+#include <dirent.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
+#include <memory>
 #include <system_error>
 #include <utility>
 
@@ -39,17 +42,22 @@ bool isFile(const fs::path& path) {
   return isThere(path) && !isFolder(path);
 }
 
+struct CloseListing {
+  void operator()(DIR* listing) const { closedir(listing); }
+};
+
 // What a folder holds under a name in any letter case. The exact name is looked up on its own: it
-// counts also in a folder that may be entered but not listed.
+// counts also in a folder that may be entered but not listed. The standard's own iterator would end
+// the process where memory is short.
 void addEntries(const fs::path& folder, const fs::path& name, std::vector<fs::path>& found) {
   const fs::path exact = folder / name;
   if (isThere(exact)) found.push_back(exact);
 
-  std::error_code error;
-  fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error);
-  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-    const fs::path other = entry->path().filename();
-    if (other != name && equalIgnoringCase(other.native(), name.native()))
+  const std::unique_ptr<DIR, CloseListing> listing(opendir(folder.empty() ? "." : folder.c_str()));
+  if (!listing) return;
+  while (const dirent* entry = readdir(listing.get())) {
+    const std::string_view other = entry->d_name;
+    if (other != name.native() && equalIgnoringCase(other, name.native()))
       found.push_back(folder / other);
   }
 }

@@ -9,8 +9,10 @@
  * FAULT_TIMES   how many calls then fail before all is well again (all of them)
  * FAULT_ERRNO   the error; 0: a write takes no byte and names no error
  * FAULT_PIECE   all goes well, but a write takes so many bytes at most and is interrupted in between
- * FAULT_MALLOC  from so many bytes on there is no memory */
+ * FAULT_MALLOC  from so many bytes on there is no memory
+ * FAULT_NEW     a C++ library gets so many pieces of memory, and FAULT_TIMES then not */
 #define _GNU_SOURCE
+#include <dlfcn.h>
 #include <errno.h>
 #include <fcntl.h>
 #include <limits.h>
@@ -26,7 +28,7 @@ void* __libc_malloc(size_t size);
 
 static const char* file = "";
 static const char* failing_call = "";
-static long long at, times = LLONG_MAX, piece, largest = LLONG_MAX;
+static long long at, times = LLONG_MAX, piece, largest = LLONG_MAX, pieces = LLONG_MAX;
 static int error;
 
 static unsigned char is_the_file[kDescriptors];
@@ -46,6 +48,7 @@ __attribute__((constructor)) static void read_settings(void) {
   error = (int)setting("FAULT_ERRNO", 0);
   piece = setting("FAULT_PIECE", 0);
   largest = setting("FAULT_MALLOC", LLONG_MAX);
+  pieces = setting("FAULT_NEW", LLONG_MAX);
 }
 
 static int concerns(int descriptor, const char* call) {
@@ -129,4 +132,12 @@ void* malloc(size_t size) {
   if (size <= LLONG_MAX && (long long)size < largest) return __libc_malloc(size);
   errno = ENOMEM;
   return NULL;
+}
+
+/* Operator new: the real one throws what it throws when there is no memory. */
+void* _Znwm(size_t size) {
+  static void* (*real)(size_t);
+  if (real == NULL) *(void**)&real = dlsym(RTLD_NEXT, "_Znwm");
+  if (pieces-- > 0 || failures++ >= times) return real(size);
+  return real((size_t)-1);
 }

@@ -375,6 +375,19 @@ class Memory(FaultsTest):
                       run.shown)
         self.assertTrue(run.shown.endswith("\nPress Enter to Close\n"), run.shown)
 
+    def test_no_missing_piece_aborts_the_host(self):
+        for times in (1, 10**9):
+            pieces, code = 0, None
+            while code != DONE:
+                with self.subTest(pieces=pieces, times=times):
+                    run = self.run_host(SCENARIO_HOST, "everything", self.control, new=pieces,
+                                        times=times)
+                    code = run.code
+                    if code != DONE:
+                        self.assertIn((code, "ERROR - Could not allocate memory (RAM)" in run.shown),
+                                      [(1, True), (0, True)], run.shown)
+                pieces += 1 if EVERY else 1 + pieces // 20
+
 
 if __name__ == "__main__":
     EVERY = "--every" in sys.argv
