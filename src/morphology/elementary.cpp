@@ -163,7 +163,7 @@ Sum logarithmOfOrdinary(double x) {
   return sumOf(near.high, rest + (r.low + curved));
 }
 
-// e^x for |x| < 700:
+// e^x for |x| < 708:
 //
 //   x = (64 n + j) ln 2 / 64 + r with |r| <= ln 2 / 128
 //   e^x = 2^n 2^(j / 64) (1 + r + r^2 / 2! + ...)
@@ -187,7 +187,7 @@ double exponentialOfOrdinary(Sum x) {
   return powerOfTwo * (near.high + rest);
 }
 
-constexpr double kLargestExponent = 700.0;
+constexpr double kLargestExponent = 708.0;  // results and their powers of two stay normal
 
 }  // namespace
 
