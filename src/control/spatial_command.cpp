@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "files/path.hpp"
 #include "platform/list_input.hpp"
@@ -53,7 +54,7 @@ void SpatialCommands::run(const SpatialCommand& command, const SedimentFields& f
 
 void SpatialCommands::set(const SpatialCommand& command, const SedimentFields& fields,
                           std::int32_t logUnit) {
-  double value = 0.0;
+  double value = std::numeric_limits<double>::quiet_NaN();  // what an empty item leaves
   const ReadStatus status = readListItem(command.value, value);
   if (status == ReadStatus::End)
     diagnostics_.fatal({.line1 = "ERROR - Reading value of \"Set\" command",
