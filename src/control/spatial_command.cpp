@@ -86,8 +86,20 @@ void SpatialCommands::readLayer(const SpatialCommand& command, const SedimentFie
 
   announce(std::string(command.target.name) + " spatially set using " + name, logUnit);
   const AssignmentTarget target = assignmentTarget(command, fields);
-  while (layers_.objectsLeft(mif, mid)) assignment_.processNextObject(mif, mid, grid.frame, target);
+  while (layers_.objectsLeft(mif, mid)) {
+    if (grid.isUsed)
+      assignment_.processNextObject(mif, mid, grid.frame, target);
+    else
+      passObject(mif, mid);
+  }
   opener_.close(units);
+}
+
+// What is wrong with a layer is told even where nothing is set.
+void SpatialCommands::passObject(Unit& mif, Unit& mid) {
+  const MifObject* object = layers_.nextObject(mif, mid);
+  if (object == nullptr) return;
+  for (std::int32_t section = 0; section < object->sections; ++section) layers_.readSection(mif);
 }
 
 void SpatialCommands::readCellTable(const SpatialCommand& command, const SedimentFields& fields,
@@ -120,7 +132,7 @@ void SpatialCommands::assignRows(Unit& table, Grid<T> field, const GridDescripti
     }
     field(static_cast<int>(i), static_cast<int>(j)) = toCell(row.value);
   }
-  if (outside == 0) return;
+  if (outside == 0 || !grid.isUsed) return;
   diagnostics_.deliver(
       {.line1 = "WARNING - Some/all values from last Read MID command are outside the 2D grid.",
        .line2 = ainteger(outside) + " of the rows, the first of them row " +

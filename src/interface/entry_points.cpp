@@ -41,10 +41,12 @@ void reserveFields(Module& module, const ReservationCall& call, std::int32_t& ne
 
 void readControlFile(Module& module, const ControlFileCall& call) {
   requireFields(module, call.domain);
+  GridDescription grid = call.grid;
+  grid.isUsed = module.fields.row(call.domain).active;
   module.controlFile.read({.controlFile = call.controlFile,
                            .parameters = module.parameters.ofDomain(call.domain),
                            .fields = module.fields.fields(call.domain, call.work, call.n, call.m),
-                           .grid = call.grid,
+                           .grid = grid,
                            .current = module.parameters.current(),
                            .logUnit = module.logUnit});
   if (call.domain == call.lastDomain) module.workspace.close();

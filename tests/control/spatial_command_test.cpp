@@ -162,7 +162,8 @@ TEST_F(SpatialCommand, BoundsBeyondTheFieldWriteNothingOutsideIt) {
         "Read MI Morphology D50 == added layer\nRead MI Morphology Bed Code == added layer\n"
         "Read MID Morphology D50 == cells.mid\nRead MID Morphology Bed Code == cells.mid\n");
     EXPECT_TRUE(guardsAreWhole()) << active;
-    EXPECT_TRUE(shown("are outside the 2D grid"));
+    EXPECT_EQ(shown("are outside the 2D grid"), active);
+    EXPECT_EQ(shown(" cells\n"), active);
     if (!active) continue;
     EXPECT_EQ(d50(8, 7), 5.0);
     EXPECT_EQ(d50(8, 6), 3.0);
