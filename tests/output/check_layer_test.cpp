@@ -43,7 +43,7 @@ struct CheckLayerTest : test::ModuleTest {
                                        .lastDomain = lastDomain,
                                        .code = {code.data(), kN, kN},
                                        .depth = {depth.data(), kN, kN},
-                                       .range = {.firstI = 3, .firstJ = 3, .lastI = 4, .lastJ = 4},
+                                       .range = range,
                                        .firstOffset = firstOffset,
                                        .secondOffset = 8,
                                        .frame = frame},
@@ -64,6 +64,7 @@ struct CheckLayerTest : test::ModuleTest {
   std::vector<std::int32_t> integer;
   std::array<std::int32_t, kN * kN> code{};
   std::array<double, kN * kN> depth{};
+  Area range{.firstI = 3, .firstJ = 3, .lastI = 4, .lastJ = 4};
   std::int32_t firstOffset = 1;
   CellFrame frame{.x0 = 1000.0, .y0 = 2000.0, .stepA = 8.0, .stepB = 6.0};  // 10 m cells
 };
@@ -142,21 +143,36 @@ TEST_F(CheckLayerTest, DomainWithoutMorphologyHasZerosAndALaterOneWithoutALayerW
   EXPECT_THAT(records(), EndsWith(",  0.000000,  0.000000,0.000,0.000,     0.000,   0\n"));
 }
 
-TEST_F(CheckLayerTest, BlankSourceWarnsAndGivesPlaneCoordinatesAroundTheCells) {
+TEST_F(CheckLayerTest, BlankSourceWarnsAndGivesPlaneCoordinatesAroundTheCellsOfAllDomains) {
   module.gisSettings.checkLayerHeaderSource = "    ";
-  console.answers = {""};
-  write(1, 1);
-
+  console.answers = {"", ""};
+  const auto expectBounds = [&](const std::string& bounds) {
+    EXPECT_THAT(folder.read("run_mor_check.mif"),
+                StartsWith("Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\n"
+                           "CoordSys NonEarth Units \"m\" Bounds (" +
+                           bounds + ")\nColumns 12\n"));
+  };
+  // Corners (0, 0), (2, 0), (0, 2), (2, 2): (1000, 2000), (1016, 2012), (988, 2016), (1004, 2028).
+  write(1, 2);
+  expectBounds("        988.000,       2000.000) (       1016.000,       2028.000");
   EXPECT_TRUE(
       shown("\n\nNoXY: WARNING 0307 - No MI Projection or mif header file  found.\n"
             "               Non-Earth Coordinates will be used.  [miWriteMifHeader]\n"
             "\nPress Enter to Continue\n"))
       << console.output;
-  // Corners (0, 0), (2, 0), (0, 2), (2, 2): (1000, 2000), (1016, 2012), (988, 2016), (1004, 2028).
-  EXPECT_THAT(folder.read("run_mor_check.mif"),
-              StartsWith("Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\n"
-                         "CoordSys NonEarth Units \"m\" Bounds (        988.000,"
-                         "       2000.000) (       1016.000,       2028.000)\nColumns 12\n"));
+  frame.x0 = 1100.0;
+  write(2, 2);
+  expectBounds("        988.000,       2000.000) (       1116.000,       2028.000");
+
+  // Without a cell in domain 1 its first row gives them an extent: (0, 0) to (2, 1).
+  range.lastI = 2;
+  frame.x0 = 0.0;
+  write(1, 2);
+  expectBounds("         -6.000,       2000.000) (         16.000,       2020.000");
+  range.lastI = 4;
+  frame.x0 = 1000.0;
+  write(2, 2);
+  expectBounds("        988.000,       2000.000) (       1016.000,       2028.000");
 }
 
 TEST_F(CheckLayerTest, BoundsThatCannotBeReadEndTheRun) {
