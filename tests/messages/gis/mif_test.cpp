@@ -117,6 +117,8 @@ TEST(QuotedText, StaysOnOneLineWithItsClosingQuoteWithinTheLimit) {
   EXPECT_EQ(quotedText("a \"b\" c  "), "\"a \"\"b\"\" c\"");
   EXPECT_EQ(quotedText("abcdef", 5), "\"abc\"");
   EXPECT_EQ(quotedText("ab\"cd", 5), "\"ab\"");  // half a doubled quote would end the text
+  EXPECT_EQ(quotedText("ab\\ncd", 5),
+            "\"ab\"");  // half a line break would be a character of its own
   EXPECT_EQ(quotedText("a\r\nb\tc\x1A\n"), "\"a  b\tc\"");
 }
 
