@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <type_traits>
 
 #include "files/path.hpp"
 #include "platform/list_input.hpp"
@@ -60,7 +61,9 @@ void SpatialCommands::set(const SpatialCommand& command, const SedimentFields& f
     diagnostics_.fatal({.line1 = "ERROR - Reading value of \"Set\" command",
                         .line2 = std::string(trimmed(command.controlLine)),
                         .detail1 = command.place});
-  if (status == ReadStatus::Error || !std::isfinite(value))
+  const bool isInteger = command.target.real == nullptr;
+  if (status == ReadStatus::Error || !std::isfinite(value) ||
+      (isInteger && !isInIntegerRange(value)))
     diagnostics_.fatal({.line1 = "ERROR - Reading following line in control file",
                         .line2 = std::string(trimmed(command.controlLine)),
                         .detail1 = command.place});
@@ -122,7 +125,8 @@ void SpatialCommands::assignRows(Unit& table, Grid<T> field, const GridDescripti
   std::int64_t outside = 0;
   std::int64_t firstOutside = 0;
   CellRow row;
-  for (std::int64_t number = 1; nextRow(table, number, row); ++number) {
+  constexpr bool kIsInteger = std::is_integral_v<T>;
+  for (std::int64_t number = 1; nextRow(table, number, kIsInteger, row); ++number) {
     const std::int64_t i = element(row.first, grid.firstRowOffset);
     const std::int64_t j = element(row.second, grid.secondRowOffset);
     if (!isWithin(i, grid.firstRowBound, field.n()) ||
@@ -141,16 +145,21 @@ void SpatialCommands::assignRows(Unit& table, Grid<T> field, const GridDescripti
 }
 
 // False at the end of the table. A row that cannot be read ends the run.
-bool SpatialCommands::nextRow(Unit& table, std::int64_t number, CellRow& row) {
+bool SpatialCommands::nextRow(Unit& table, std::int64_t number, bool isInteger, CellRow& row) {
   std::string_view text;
   const ReadStatus status = readRow(table, text);
   if (status == ReadStatus::End) return false;
-  if (status == ReadStatus::Ok && readCellRow(text, row)) return true;
+  std::string reason = "It cannot be read.";
+  if (status == ReadStatus::Ok) {
+    const bool isRead = readCellRow(text, row);
+    if (isRead && (!isInteger || isInIntegerRange(row.value))) return true;
+    reason = isRead ? "Its value is beyond the integers of 4 bytes: "
+                    : "Not two integers and a number: ";
+    reason += text;
+  }
   diagnostics_.fatal({.line1 = "ERROR - Reading line " + ainteger(number) + " of .mid file",
                       .line2 = "File \"" + table.path() + "\"",
-                      .detail1 = status == ReadStatus::Ok
-                                     ? "Not two integers and a number: " + std::string(text)
-                                     : "It cannot be read."});
+                      .detail1 = reason});
 }
 
 // An empty line and the text, on the screen and in the log.

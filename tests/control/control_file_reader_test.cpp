@@ -113,6 +113,7 @@ TEST_F(ControlFile, WhatCannotBeDoneEndsTheRunAndNamesItsPlace) {
       {"Set Morphology D50 == ,5", badValue},
       {"Set Morphology D50 == 3*", badValue},
       {"Set Morphology Bed Code == /", badValue},
+      {"Set Morphology Bed Code == 2147483648", badValue},
   };
   for (const auto& [line, text] : cases) {
     EXPECT_THROW(read("! first line\n" + line + "\n"), test::ProcessEnded);

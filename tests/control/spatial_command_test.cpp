@@ -145,6 +145,9 @@ TEST_F(SpatialCommand, RowsThatCannotBeReadEndTheRun) {
                       folder.path("cells.mid") + "\"\nNot two integers and a number: " + row))
         << console.output;
   }
+  folder.write("cells.mid", "3 3 2147483647.5\n3 3 -2147483649\n");
+  EXPECT_THROW(read("Read MID Morphology Bed Code == cells.mid\n"), test::ProcessEnded);
+  EXPECT_TRUE(shown("Its value is beyond the integers of 4 bytes: 3 3 -2147483649"));
 }
 
 TEST_F(SpatialCommand, BoundsBeyondTheFieldWriteNothingOutsideIt) {
