@@ -1,7 +1,6 @@
 #include "control/spatial_command.hpp"
 
 #include <algorithm>
-#include <numbers>
 #include <vector>
 
 #include "control/control_fixture.hpp"
@@ -80,15 +79,6 @@ TEST_F(SpatialCommand, LayerObjectsGiveTheirValuesToTheCells) {
       shown("...MIF REGION (     6 vertices /  1 polygons) assigned 0.001 to     2 cells\n"));
   EXPECT_TRUE(shown("...Closed File Unit:2003\n...Closed File Unit:2004\n")) << "both files";
   EXPECT_TRUE(guardsAreWhole());
-}
-
-TEST_F(SpatialCommand, TurnedGridTakesTheObjectsInItsOwnFrame) {
-  grid.frame.angle = std::numbers::pi / 2;  // local x points north, local y west
-  writeLayer("Point 95 225\n", "7.6\n");
-  read("Read MI Morphology Bed Code == added layer\n");
-
-  EXPECT_EQ(code(3, 5), 8) << "rounded";
-  EXPECT_EQ(std::count(integer.begin(), integer.end(), 8), 1);
 }
 
 TEST_F(SpatialCommand, RegionsAddWhereTheCommandSaysSo) {

@@ -96,8 +96,6 @@ TEST_F(Mif, PairIsWholeAfterEachObjectAndEachRecord) {
   layers.gisWriteObject(layer, point);
   layers.gisWriteRecord(layer, point, "\"second\",\"\"");
   EXPECT_EQ(folder.read("a.mid"), first + "\n\"second\",\"\"\n,\n");
-  layers.gisWriteRecord(layer, point, "");  // no values at all
-  EXPECT_EQ(folder.read("a.mid"), first + "\n\"second\",\"\"\n,\n");
 }
 
 TEST_F(Mif, ColumnsHaveTheirTypeAndWidth) {
