@@ -1,5 +1,20 @@
 # Sourced by run and test: installs the Debian packages that are named and missing.
 
+# Another program may be installing something: so long is waited for its lock.
+LOCK_SECONDS=60
+
+# update_lists [SUDO]: apt-get itself does not wait for the lock of the package lists.
+update_lists() {
+  local end=$((SECONDS + LOCK_SECONDS)) said
+  until said=$("$@" env LC_ALL=C apt-get update -qq 2>&1); do
+    if [[ $said != *"Could not get lock"* || $SECONDS -ge $end ]]; then
+      echo "$said" >&2
+      return 1
+    fi
+    sleep 1
+  done
+}
+
 # install_missing PACKAGE...
 install_missing() {
   local missing=() package
@@ -19,9 +34,10 @@ install_missing() {
     as_root=(sudo)
   fi
   echo "Installing Debian packages: ${missing[*]}"
-  "${as_root[@]}" apt-get update -qq &&
+  update_lists "${as_root[@]}" &&
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-      apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+      apt-get install -y -qq --no-install-recommends -o "DPkg::Lock::Timeout=$LOCK_SECONDS" \
+      "${missing[@]}" >/dev/null
 }
 
 BUILD_PACKAGES=(g++ cmake ninja-build)

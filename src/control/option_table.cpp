@@ -1,5 +1,8 @@
 #include "control/option_table.hpp"
 
+#include <cmath>
+#include <limits>
+
 #include "platform/fixed_field.hpp"
 #include "platform/list_input.hpp"
 #include "text/keyword.hpp"
@@ -72,8 +75,9 @@ constexpr Option kOptions[] = {
 
 std::optional<std::string> setNumber(const Option& option, std::string_view value,
                                      MorphologyParameters& parameters) {
-  double& number = parameters.*option.number;
-  if (readListItem(value, number) != ReadStatus::Ok) return std::nullopt;
+  double number = std::numeric_limits<double>::quiet_NaN();  // what an empty item leaves
+  if (readListItem(value, number) != ReadStatus::Ok || std::isnan(number)) return std::nullopt;
+  parameters.*option.number = number;
   return "set to" + fixedField(number, kNumberWidth, option.decimals) + std::string(option.unit);
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <type_traits>
 
 #include "files/path.hpp"
 #include "platform/list_input.hpp"
@@ -53,13 +55,15 @@ void SpatialCommands::run(const SpatialCommand& command, const SedimentFields& f
 
 void SpatialCommands::set(const SpatialCommand& command, const SedimentFields& fields,
                           std::int32_t logUnit) {
-  double value = 0.0;
+  double value = std::numeric_limits<double>::quiet_NaN();  // what an empty item leaves
   const ReadStatus status = readListItem(command.value, value);
   if (status == ReadStatus::End)
     diagnostics_.fatal({.line1 = "ERROR - Reading value of \"Set\" command",
                         .line2 = std::string(trimmed(command.controlLine)),
                         .detail1 = command.place});
-  if (status == ReadStatus::Error || !std::isfinite(value))
+  const bool isInteger = command.target.real == nullptr;
+  if (status == ReadStatus::Error || !std::isfinite(value) ||
+      (isInteger && !isInIntegerRange(value)))
     diagnostics_.fatal({.line1 = "ERROR - Reading following line in control file",
                         .line2 = std::string(trimmed(command.controlLine)),
                         .detail1 = command.place});
@@ -85,8 +89,20 @@ void SpatialCommands::readLayer(const SpatialCommand& command, const SedimentFie
 
   announce(std::string(command.target.name) + " spatially set using " + name, logUnit);
   const AssignmentTarget target = assignmentTarget(command, fields);
-  while (layers_.objectsLeft(mif, mid)) assignment_.processNextObject(mif, mid, grid.frame, target);
+  while (layers_.objectsLeft(mif, mid)) {
+    if (grid.isUsed)
+      assignment_.processNextObject(mif, mid, grid.frame, target);
+    else
+      passObject(mif, mid);
+  }
   opener_.close(units);
+}
+
+// What is wrong with a layer is told even where nothing is set.
+void SpatialCommands::passObject(Unit& mif, Unit& mid) {
+  const MifObject* object = layers_.nextObject(mif, mid);
+  if (object == nullptr) return;
+  for (std::int32_t section = 0; section < object->sections; ++section) layers_.readSection(mif);
 }
 
 void SpatialCommands::readCellTable(const SpatialCommand& command, const SedimentFields& fields,
@@ -109,7 +125,8 @@ void SpatialCommands::assignRows(Unit& table, Grid<T> field, const GridDescripti
   std::int64_t outside = 0;
   std::int64_t firstOutside = 0;
   CellRow row;
-  for (std::int64_t number = 1; nextRow(table, number, row); ++number) {
+  constexpr bool kIsInteger = std::is_integral_v<T>;
+  for (std::int64_t number = 1; nextRow(table, number, kIsInteger, row); ++number) {
     const std::int64_t i = element(row.first, grid.firstRowOffset);
     const std::int64_t j = element(row.second, grid.secondRowOffset);
     if (!isWithin(i, grid.firstRowBound, field.n()) ||
@@ -119,7 +136,7 @@ void SpatialCommands::assignRows(Unit& table, Grid<T> field, const GridDescripti
     }
     field(static_cast<int>(i), static_cast<int>(j)) = toCell(row.value);
   }
-  if (outside == 0) return;
+  if (outside == 0 || !grid.isUsed) return;
   diagnostics_.deliver(
       {.line1 = "WARNING - Some/all values from last Read MID command are outside the 2D grid.",
        .line2 = ainteger(outside) + " of the rows, the first of them row " +
@@ -128,16 +145,21 @@ void SpatialCommands::assignRows(Unit& table, Grid<T> field, const GridDescripti
 }
 
 // False at the end of the table. A row that cannot be read ends the run.
-bool SpatialCommands::nextRow(Unit& table, std::int64_t number, CellRow& row) {
+bool SpatialCommands::nextRow(Unit& table, std::int64_t number, bool isInteger, CellRow& row) {
   std::string_view text;
   const ReadStatus status = readRow(table, text);
   if (status == ReadStatus::End) return false;
-  if (status == ReadStatus::Ok && readCellRow(text, row)) return true;
+  std::string reason = "It cannot be read.";
+  if (status == ReadStatus::Ok) {
+    const bool isRead = readCellRow(text, row);
+    if (isRead && (!isInteger || isInIntegerRange(row.value))) return true;
+    reason = isRead ? "Its value is beyond the integers of 4 bytes: "
+                    : "Not two integers and a number: ";
+    reason += text;
+  }
   diagnostics_.fatal({.line1 = "ERROR - Reading line " + ainteger(number) + " of .mid file",
                       .line2 = "File \"" + table.path() + "\"",
-                      .detail1 = status == ReadStatus::Ok
-                                     ? "Not two integers and a number: " + std::string(text)
-                                     : "It cannot be read."});
+                      .detail1 = reason});
 }
 
 // An empty line and the text, on the screen and in the log.

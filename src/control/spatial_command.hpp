@@ -36,6 +36,7 @@ struct GridDescription {
   std::int32_t secondRowBound = 0;
   std::int32_t firstRowOffset = 0;  // index of a row that means field element 2
   std::int32_t secondRowOffset = 0;
+  bool isUsed = true;  // false for a domain without morphology, which has no cells to set
 };
 
 class SpatialCommands {
@@ -55,9 +56,10 @@ class SpatialCommands {
   void readCellTable(const SpatialCommand& command, const SedimentFields& fields,
                      const GridDescription& grid, std::int32_t logUnit);
 
+  void passObject(Unit& mif, Unit& mid);
   template <typename T, typename ToCell>
   void assignRows(Unit& table, Grid<T> field, const GridDescription& grid, ToCell toCell);
-  bool nextRow(Unit& table, std::int64_t number, CellRow& row);
+  bool nextRow(Unit& table, std::int64_t number, bool isInteger, CellRow& row);
   void announce(const std::string& text, std::int32_t logUnit);
 
   FileUnits& files_;

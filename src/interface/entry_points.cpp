@@ -18,16 +18,12 @@ namespace {
                                    std::string(kSupportAddress));
 }
 
-// A domain without reserved fields has its positions in front of the host's work arrays.
-void requireFields(Module& module, std::string_view routine, std::int32_t domain) {
+// Whether a domain that was set up takes part. One that was not would have its fields in front of the
+// host's work arrays.
+bool hasMorphology(Module& module, std::string_view routine, std::int32_t domain) {
   requireDomain(module, routine, domain);
   if (!module.fields.isReserved(domain))
     stopForDomain(module, routine, domain, " has no fields: QVMOR_SETUP_S2 comes first");
-}
-
-// Whether a domain that was set up takes part.
-bool hasMorphology(Module& module, std::string_view routine, std::int32_t domain) {
-  requireFields(module, routine, domain);
   return module.fields.row(domain).active;
 }
 
@@ -50,11 +46,12 @@ void reserveFields(Module& module, const ReservationCall& call, std::int32_t& ne
 }
 
 void readControlFile(Module& module, const ControlFileCall& call) {
-  requireFields(module, "QVMOR_RDINPF", call.domain);
+  GridDescription grid = call.grid;
+  grid.isUsed = hasMorphology(module, "QVMOR_RDINPF", call.domain);
   module.controlFile.read({.controlFile = call.controlFile,
                            .parameters = module.parameters.ofDomain(call.domain),
                            .fields = module.fields.fields(call.domain, call.work, call.n, call.m),
-                           .grid = call.grid,
+                           .grid = grid,
                            .current = module.parameters.current(),
                            .logUnit = module.logUnit});
   if (call.domain == call.lastDomain) module.workspace.close();

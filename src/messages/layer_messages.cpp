@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/fixed_field.hpp"
+#include "messages/gis/mif_text.hpp"
 #include "text/blank_padded.hpp"
 
 namespace nivaro {
@@ -70,7 +70,7 @@ void LayerMessages::place(const MessagePlacement& placement, MessageRecord& reco
   if (isMif)
     layers_.setStyle(
         placement.layer, "    " + std::string(placement.font),
-        "    Label Line Arrow " + fixedField(placement.x, 16, 3) + fixedField(placement.y, 16, 3));
+        "    Label Line Arrow " + gis::position({placement.x, placement.y}, gis::kLabelDecimals));
 
   gis::Object object;
   object.kind = gis::ObjectKind::Text;

@@ -28,17 +28,29 @@ constexpr std::string_view kColumns[] = {
     "",
 };
 
-// Around the range of cells, turned as the grid is.
+bool isEmpty(const Area& range) {
+  return range.lastI < range.firstI || range.lastJ < range.firstJ;
+}
+
+// Around the range of cells, turned as the grid is. An empty range counts as one cell thick:
+// GIS programs take no bounds without an extent.
 Bounds extent(const CellFrame& frame, const Area& range) {
   const double left = range.firstJ - 3;
-  const double right = range.lastJ - 2;
+  const double right = std::max(range.firstJ, range.lastJ) - 2;
   const double low = range.firstI - 3;
-  const double high = range.lastI - 2;
+  const double high = std::max(range.firstI, range.lastI) - 2;
   const auto [xMin, xMax] = std::minmax(
       {frame.x(left, low), frame.x(right, low), frame.x(left, high), frame.x(right, high)});
   const auto [yMin, yMax] = std::minmax(
       {frame.y(left, low), frame.y(right, low), frame.y(left, high), frame.y(right, high)});
   return {.xMin = xMin, .yMin = yMin, .xMax = xMax, .yMax = yMax};
+}
+
+Bounds around(const Bounds& a, const Bounds& b) {
+  return {.xMin = std::min(a.xMin, b.xMin),
+          .yMin = std::min(a.yMin, b.yMin),
+          .xMax = std::max(a.xMax, b.xMax),
+          .yMax = std::max(a.yMax, b.yMax)};
 }
 
 }  // namespace
@@ -57,6 +69,7 @@ void CheckLayer::write(const CheckedDomain& domain, const GisSettings& settings,
   Unit* mid = files_.find(units_.data);
   if (mif == nullptr || mid == nullptr) return;
 
+  widenBounds(domain, *mif);
   writeCells(domain, *mif, *mid);
   mif->flush();
   requireWritten();
@@ -71,10 +84,21 @@ void CheckLayer::create(const CheckedDomain& domain, const GisSettings& settings
   Unit* mif = files_.find(units_.mif);
   if (mif == nullptr) return;
 
+  bounds_.reset();
   Bounds bounds = extent(domain.frame, domain.range);
-  header_.miWriteMifHeader(*mif, {.projectionLine = settings.checkLayerHeaderSource}, logUnit,
-                           bounds);
+  isPlane_ = header_.miWriteMifHeader(*mif, {.projectionLine = settings.checkLayerHeaderSource},
+                                      logUnit, bounds);
   for (const std::string_view line : kColumns) mif->writeRecord(line);
+}
+
+// The header is written with the first domain, before it is known where the others lie.
+void CheckLayer::widenBounds(const CheckedDomain& domain, Unit& mif) {
+  if (!isPlane_ || isEmpty(domain.range)) return;
+  const Bounds own = extent(domain.frame, domain.range);
+  bounds_ = bounds_ ? around(*bounds_, own) : own;
+  if (domain.domain == 1) return;
+  const std::string header = planeHeader(*bounds_);
+  mif.overwriteBytes(0, std::as_bytes(std::span(header)));
 }
 
 // A row of cells (along the second index) is gathered as one block of text for each file. Its records

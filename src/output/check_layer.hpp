@@ -62,6 +62,7 @@ class CheckLayer {
 
  private:
   void create(const CheckedDomain& domain, const GisSettings& settings, std::int32_t logUnit);
+  void widenBounds(const CheckedDomain& domain, Unit& mif);
   void writeCells(const CheckedDomain& domain, Unit& mif, Unit& mid);
   void requireWritten();
   std::string fileName(std::string_view extension) const;
@@ -72,6 +73,8 @@ class CheckLayer {
   MifHeaderWriter header_;
   LayerUnits units_;
   std::string baseName_;
+  bool isPlane_ = false;          // the header has bounds of ours
+  std::optional<Bounds> bounds_;  // of the domains that have cells
 };
 
 }  // namespace nivaro

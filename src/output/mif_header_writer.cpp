@@ -1,12 +1,14 @@
 #include "output/mif_header_writer.hpp"
 
 #include <limits>
+#include <span>
 #include <string>
 
 #include "files/pause.hpp"
 #include "platform/fixed_field.hpp"
 #include "platform/host_path.hpp"
 #include "platform/list_input.hpp"
+#include "platform/native_file.hpp"
 #include "text/blank_padded.hpp"
 #include "text/keyword.hpp"
 #include "text/transform.hpp"
@@ -17,10 +19,6 @@ namespace {
 
 constexpr std::string_view kFixedLines[] = {"Version 300", R"(Charset "WindowsLatin1")",
                                             R"(Delimiter ",")"};
-
-void writeFixedLines(Unit& mif) {
-  for (const std::string_view line : kFixedLines) mif.writeRecord(line);
-}
 
 // The pair of numbers before the next ")"; `rest` is then what follows that.
 bool readPair(std::string_view& rest, double& x, double& y) {
@@ -49,27 +47,39 @@ bool findBounds(std::string_view line, Bounds& bounds) {
 
 }  // namespace
 
+std::string planeHeader(const Bounds& bounds) {
+  const auto number = [](double value) { return fixedField(value, 15, 3); };
+  std::string header;
+  for (const std::string_view line : kFixedLines) header.append(line).append(lineEnd());
+  return header + "CoordSys NonEarth Units \"m\" Bounds (" + number(bounds.xMin) + "," +
+         number(bounds.yMin) + ") (" + number(bounds.xMax) + "," + number(bounds.yMax) + ")" +
+         std::string(lineEnd());
+}
+
 MifHeaderWriter::MifHeaderWriter(FileUnits& files, Diagnostics& diagnostics,
                                  Termination& termination)
     : files_(files), diagnostics_(diagnostics), termination_(termination) {}
 
-void MifHeaderWriter::miWriteMifHeader(Unit& mif, const MifHeaderSource& source,
+bool MifHeaderWriter::miWriteMifHeader(Unit& mif, const MifHeaderSource& source,
                                        std::int32_t logUnit, Bounds& bounds) {
   std::int32_t& log = diagnostics_.messages().record().log_unit;
   const std::int32_t previousLog = log;
   log = logUnit;
 
+  bool isPlane = false;
   std::string projection(trimmed(source.projectionLine));
   if (std::string text = projection; !blank(text)) {
-    writeFixedLines(mif);
+    for (const std::string_view line : kFixedLines) mif.writeRecord(line);
     mif.writeRecord(projection);
     readBounds(projection, bounds);
   } else if (!trimmed(source.headerFile).empty() && hostPath(source.headerFile).exists) {
     copyHeader(mif, source.headerFile, bounds);
   } else {
     writePlane(mif, source.headerFile, bounds);
+    isPlane = true;
   }
   log = previousLog;
+  return isPlane;
 }
 
 void MifHeaderWriter::copyHeader(Unit& mif, std::string_view headerFile, Bounds& bounds) {
@@ -89,11 +99,8 @@ void MifHeaderWriter::writePlane(Unit& mif, std::string_view headerFile, const B
        .line2 = "               Non-Earth Coordinates will be used.  [miWriteMifHeader]"});
   pauseRun(diagnostics_.console());
 
-  const auto number = [](double value) { return fixedField(value, 15, 3); };
-  writeFixedLines(mif);
-  mif.writeRecord("CoordSys NonEarth Units \"m\" Bounds (" + number(bounds.xMin) + "," +
-                  number(bounds.yMin) + ") (" + number(bounds.xMax) + "," + number(bounds.yMax) +
-                  ")");
+  const std::string header = planeHeader(bounds);
+  mif.writeBytes(std::as_bytes(std::span(header)));
 }
 
 void MifHeaderWriter::readBounds(std::string_view line, Bounds& bounds) {

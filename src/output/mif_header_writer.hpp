@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "files/file_units.hpp"
@@ -25,13 +26,16 @@ struct MifHeaderSource {
   std::string_view headerFile{};
 };
 
+// The header in plane coordinates: as long for any bounds, so that others can be written over them.
+std::string planeHeader(const Bounds& bounds);
+
 class MifHeaderWriter {
  public:
   MifHeaderWriter(FileUnits& files, Diagnostics& diagnostics, Termination& termination);
 
   // `bounds` are those of plane coordinates; bounds that the source itself holds are put there.
-  // Messages go to the given log.
-  void miWriteMifHeader(Unit& mif, const MifHeaderSource& source, std::int32_t logUnit,
+  // Messages go to the given log. True where the header is a `planeHeader` of them.
+  bool miWriteMifHeader(Unit& mif, const MifHeaderSource& source, std::int32_t logUnit,
                         Bounds& bounds);
 
  private:

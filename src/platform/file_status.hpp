@@ -7,7 +7,8 @@
 
 namespace nivaro {
 
-// A time on the system's own scale, to be compared only: larger is later.
+// Whole seconds on the system's own scale, to be compared only: larger is later. Copying and unpacking
+// lose what is below a second.
 using SaveDate = std::int64_t;
 
 // When the file of this path (as hosts write it, see host_path) was last saved; none when there

@@ -1,3 +1,4 @@
+#include <chrono>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -15,8 +16,9 @@ std::optional<SaveDate> saveDate(std::string_view path) {
   std::optional<SaveDate> latest;
   for (const std::string& spelling : file.ambiguous) {
     std::error_code error;
-    const auto date = std::filesystem::last_write_time(spelling, error).time_since_epoch().count();
-    if (!error && (!latest || date > *latest)) latest = date;
+    const auto date = std::filesystem::last_write_time(spelling, error).time_since_epoch();
+    const SaveDate seconds = std::chrono::floor<std::chrono::seconds>(date).count();
+    if (!error && (!latest || seconds > *latest)) latest = seconds;
   }
   return latest;
 }

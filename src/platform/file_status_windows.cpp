@@ -11,7 +11,8 @@ std::optional<SaveDate> saveDate(std::string_view path) {
     return std::nullopt;
   const ULARGE_INTEGER date{
       {file.ftLastWriteTime.dwLowDateTime, file.ftLastWriteTime.dwHighDateTime}};
-  return static_cast<SaveDate>(date.QuadPart);
+  constexpr ULONGLONG kTicksInSecond = 10000000;
+  return static_cast<SaveDate>(date.QuadPart / kTicksInSecond);
 }
 
 }  // namespace nivaro

@@ -8,6 +8,12 @@
 
 namespace nivaro {
 
+// Whether the whole part of a value is such an integer, so that nothing is lost but decimals.
+inline bool isInIntegerRange(double value) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  return value > Limits::min() - 1.0 && value < Limits::max() + 1.0;
+}
+
 // Toward zero.
 inline std::int32_t truncated(double value) {
   using Limits = std::numeric_limits<std::int32_t>;

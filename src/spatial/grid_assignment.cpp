@@ -63,7 +63,7 @@ std::int32_t GridAssignment::processNextObject(Unit& mif, Unit& mid, const GridF
   const double value = layers_.value();
   if (const auto* real = std::get_if<Grid<double>>(&target.field))
     return assignAll(Brush<double>{*real, value, target.regionsAdd}, areal(value));
-  const std::int32_t whole = rounded(value);
+  const std::int32_t whole = layers_.wholeValue(mid);
   return assignAll(
       Brush<std::int32_t>{std::get<Grid<std::int32_t>>(target.field), whole, target.regionsAdd},
       ainteger(whole));

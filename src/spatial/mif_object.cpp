@@ -63,6 +63,7 @@ Outcome<std::optional<MifObject>> recogniseObject(std::string_view line) {
       .kind = found->kind, .keyword = found->word, .rest = text.substr(found->word.size())};
   if (found->count != nullptr && !readCount(object.rest, object.*found->count))
     return erroneousLine(line);
+  if (object.sections < 0) return erroneousLine(line);
   if (object.polygons > kMaxPolygons)
     return Report{.line1 = "ERROR 0304 - Exceeded maximum number of polygons in region below of " +
                            std::to_string(kMaxPolygons),

@@ -1,9 +1,12 @@
 #include "spatial/mif_reader.hpp"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "files/pause.hpp"
 #include "platform/fixed_field.hpp"
+#include "platform/real_to_integer.hpp"
 #include "spatial/real_fields.hpp"
 #include "text/blank_padded.hpp"
 #include "text/keyword.hpp"
@@ -32,6 +35,11 @@ bool isUsed(MifKind kind) {
   }
 }
 
+// Blanks may be delimiters everywhere.
+bool isReadable(char delimiter) {
+  return delimiter == ',' || delimiter == '\t' || delimiter == ' ';
+}
+
 bool isBlank(std::string_view text) {
   return text.find_first_not_of(" \t") == std::string_view::npos;
 }
@@ -42,7 +50,7 @@ MifReader::MifReader(Diagnostics& diagnostics) : diagnostics_(diagnostics) {}
 
 bool MifReader::findObjectSection(Unit& mif) {
   mif.rewind();
-  tabs_ = Tabs::AreBlank;
+  delimiter_ = ',';
   lineNumber_ = 0;
   recordNumber_ = 0;
   std::string_view line;
@@ -59,7 +67,7 @@ bool MifReader::findObjectSection(Unit& mif) {
 }
 
 bool MifReader::objectsLeft(Unit& mif, Unit& mid) const {
-  return !mif.atEnd() && rowsLeft(mid, tabs_);
+  return !mif.atEnd() && rowsLeft(mid, tabs());
 }
 
 const MifObject* MifReader::nextObject(Unit& mif, Unit& mid) {
@@ -116,11 +124,12 @@ bool MifReader::readSection(Unit& mif) {
   }
 }
 
-// Whether a tab in the `.mid` separates fields is said in the header: Delimiter "<tab>".
+// The header says: Delimiter ";".
 void MifReader::noteDelimiter(std::string_view headerLine) {
   std::string_view rest;
-  if (flagExistsRet(headerLine, "Delimiter", rest) && rest.find("\"\t\"") != rest.npos)
-    tabs_ = Tabs::SeparateFields;
+  if (!flagExistsRet(headerLine, "Delimiter", rest)) return;
+  rest.remove_prefix(std::min(rest.find('"'), rest.size()));
+  if (rest.size() >= 3 && rest[2] == '"') delimiter_ = rest[1];
 }
 
 ReadStatus MifReader::readLine(Unit& mif, std::string_view& line) {
@@ -143,18 +152,28 @@ std::string_view MifReader::lineInObject(Unit& mif) {
 void MifReader::readValue(Unit& mid) {
   ++recordNumber_;
   std::string_view record;
-  const ReadStatus status = readRow(mid, record, tabs_);
-  const bool isEmptyField = tabs_ == Tabs::SeparateFields && leftTrimmed(record).starts_with('\t');
-  if (status == ReadStatus::Ok && !isEmptyField && readReals(record, {&value_, 1})) return;
+  const ReadStatus status = readRow(mid, record, tabs());
+  if (status == ReadStatus::End) failRecord(mid, "There is no such record.");
+  if (status == ReadStatus::Error) failRecord(mid, "It cannot be read.");
+  if (!isReadable(delimiter_) && record.find(delimiter_) != record.npos)
+    failRecord(mid, "Its fields are separated by \"" + std::string(1, delimiter_) +
+                        "\" instead of commas: " + std::string(record));
+  const bool isEmptyField = delimiter_ == '\t' && leftTrimmed(record).starts_with('\t');
+  if (isEmptyField || !readReals(record, {&value_, 1}))
+    failRecord(mid, "Its first field is not a number: " + std::string(record));
+}
 
-  const std::string found = status == ReadStatus::End ? "There is no such record."
-                            : status == ReadStatus::Error
-                                ? "It cannot be read."
-                                : "Its first field is not a number: " + std::string(record);
+std::int32_t MifReader::wholeValue(const Unit& mid) {
+  if (!isInIntegerRange(std::round(value_)))
+    failRecord(mid, "Its value is beyond the integers of 4 bytes: " + areal8(value_));
+  return rounded(value_);
+}
+
+void MifReader::failRecord(const Unit& mid, const std::string& reason) {
   diagnostics_.fatal(
       {.line1 = "ERROR - Reading MID file.",
        .line2 = "Record " + std::to_string(recordNumber_) + " of file \"" + mid.path() + "\".",
-       .detail1 = found});
+       .detail1 = reason});
 }
 
 // A count that is read from a line of its own.

@@ -43,6 +43,10 @@ class MifReader {
   bool readSection(Unit& mif);
 
   double value() const { return value_; }
+
+  // The value rounded to the nearest integer; one that 4 bytes do not hold ends the run.
+  std::int32_t wholeValue(const Unit& mid);
+
   std::span<const double> x() const { return x_; }
   std::span<const double> y() const { return y_; }
 
@@ -51,6 +55,7 @@ class MifReader {
   std::span<const std::int32_t> polygonEnds() const { return polygonEnds_; }
 
  private:
+  Tabs tabs() const { return delimiter_ == '\t' ? Tabs::SeparateFields : Tabs::AreBlank; }
   void noteDelimiter(std::string_view headerLine);
   ReadStatus readLine(Unit& mif, std::string_view& line);
   std::string_view lineInObject(Unit& mif);
@@ -70,12 +75,13 @@ class MifReader {
   void warnOfFewPoints(const Unit& mif);
   void skipRegionStyle(Unit& mif);
 
+  [[noreturn]] void failRecord(const Unit& mid, const std::string& reason);
   [[noreturn]] void failToRead(const Unit& mif);
   [[noreturn]] void fail(const Unit& mif, Report report);
   std::string place(const Unit& mif) const;
 
   Diagnostics& diagnostics_;
-  Tabs tabs_ = Tabs::AreBlank;   // in the `.mid`
+  char delimiter_ = ',';         // of the fields in the `.mid`, as the header says
   std::int64_t lineNumber_ = 0;  // of the line last read from the `.mif`
   std::int64_t recordNumber_ = 0;
   std::string keywordLine_;

@@ -96,6 +96,8 @@ TEST_F(ControlFile, WhatCannotBeDoneEndsTheRunAndNamesItsPlace) {
       {"Fal Velocity == 0.02", unknown},
       {"Fall Velocity == fast", option},
       {"Slump Slope ==", option},
+      {"Slump Slope == 3*", option},
+      {"Fall Velocity == ,5", option},
       {"Erosion Method == OTHER", option},
       {"Deposition Method == X", option},
       {"Cell Sides High == maybe", option},
@@ -108,6 +110,10 @@ TEST_F(ControlFile, WhatCannotBeDoneEndsTheRunAndNamesItsPlace) {
       {"Set Morphology D50 ==", noValue},
       {"Set Morphology D50 == nan", badValue},
       {"Set Morphology D50 == fine", badValue},
+      {"Set Morphology D50 == ,5", badValue},
+      {"Set Morphology D50 == 3*", badValue},
+      {"Set Morphology Bed Code == /", badValue},
+      {"Set Morphology Bed Code == 2147483648", badValue},
   };
   for (const auto& [line, text] : cases) {
     EXPECT_THROW(read("! first line\n" + line + "\n"), test::ProcessEnded);

@@ -44,7 +44,8 @@ TEST(DomainFieldTable, RefusesStretchesThatPositionsCannotCount) {
   } cases[] = {{178956970, 1, 7, 1, true},   {178956970, 1, 8, 1, false},
                {178956971, 1, 1, 1, false},  {65536, 65537, 1, 1, false},
                {3, 3, 1, 2147483640, false}, {3, 3, 0, 1, false},
-               {3, 3, 1, 0, false},          {-3, -3, 1, 1, false}};
+               {3, 3, 1, 0, false},          {-3, -3, 1, 1, false},
+               {-3, 3, 1, 1, false},         {3, -3, 1, 1, false}};
   for (const auto& c : cases) {
     DomainFieldTable table;
     std::int32_t nextReal = c.nextReal;

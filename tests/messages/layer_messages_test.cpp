@@ -16,11 +16,12 @@ struct LayerMessagesTest : test::ModuleTest {
     record->label_box_width = 50.0;
   }
 
-  void message(std::string_view line1, std::string_view line2 = "", std::string_view detail = "") {
+  void message(std::string_view line1, std::string_view line2 = "", std::string_view detail = "",
+               double x = 100.0) {
     setField(record->line1, line1);
     setField(record->line2, line2);
     setField(record->detail1, detail);
-    module.messages.dmessageXy(0, 100.0, 200.0);
+    module.messages.dmessageXy(0, x, 200.0);
   }
 
   static std::string link(std::string_view number) {
@@ -39,6 +40,12 @@ TEST_F(LayerMessagesTest, LabelStyleAndAttributesOfALocatedMessage) {
                         "    Label Line Arrow          100.000         200.000\n"));
   EXPECT_EQ(folder.read("run_messages.mid"),
             "\"ERROR 0305 - a \"\"b\"\"  second  detail\",\"" + link("0305") + "\"\n");
+
+  message("ERROR - a", "", "", -4e11);  // wider than the 16 columns of the others
+  EXPECT_THAT(folder.read("run_messages.mif"),
+              HasSubstr(" -399999999998.000         199.000 -399999999948.000         201.000\n"
+                        "    Font (\"Arial\",257,0,16711935,0)\n"
+                        "    Label Line Arrow  -400000000000.000         200.000\n"));
 }
 
 TEST_F(LayerMessagesTest, LineBreaksOfTheHostDoNotBreakTheLayer) {

@@ -23,10 +23,13 @@ struct LayerOpener : test::ModuleTest {
     return opener.openInput(folder.path(name), kind, module.logUnit);
   }
 
-  // Saved `seconds` after a fixed time.
-  void save(std::string_view name, int seconds) const {
-    const auto base = std::filesystem::last_write_time(folder.path("run.mlf"));
-    std::filesystem::last_write_time(folder.path(name), base + std::chrono::seconds(seconds));
+  // Saved `seconds` after a fixed time, a whole second.
+  void save(std::string_view name, double seconds) const {
+    using namespace std::chrono;
+    const auto base =
+        floor<std::chrono::seconds>(std::filesystem::last_write_time(folder.path("run.mlf")));
+    std::filesystem::last_write_time(folder.path(name),
+                                     base + milliseconds(static_cast<int>(1000.0 * seconds)));
   }
 
   std::string entries() const {
@@ -118,12 +121,12 @@ TEST_F(LayerOpener, OtherProjectionWarnsOrEndsTheRun) {
 TEST_F(LayerOpener, OnlyLayersSavedBeforeTheirTableWarn) {
   settings = {.checkSaveDate = true, .tableExtension = ".tab"};
   folder.write("SAND.Tab", "");
-  save("SAND.Tab", 10);
+  save("SAND.Tab", 10.9);  // below the second a copy may be older
   const std::string tab = folder.path("sand.tab");
   const std::string checking = "Checking save date is later than that of " + tab + "...";
   const std::string warning = "WARNING 0004 - Save date of \"" + tab +
                               "\" file is later than that of \"" + folder.path("sand.mid") + "\"\n";
-  for (const auto& [seconds, word] : {std::pair(15, "OK\n"), {10, "OK\n"}, {9, "NOT OK\n"}}) {
+  for (const auto& [seconds, word] : {std::pair(15.0, "OK\n"), {10.0, "OK\n"}, {9.9, "NOT OK\n"}}) {
     save("sand.mid", seconds);
     console.output.clear();
     const LayerUnits layer = open("sand");
@@ -148,7 +151,7 @@ TEST_F(LayerOpener, OldLayerAsAnErrorIsOpenedAgainUntilItIsExported) {
     if (console.answers.size() == 2) save("sand.mid", 20);
   };
 
-  const LayerUnits layer = open("sand");
+  LayerUnits layer = open("sand");
 
   EXPECT_EQ(console.answers.size(), 1U);
   EXPECT_TRUE(
@@ -156,6 +159,15 @@ TEST_F(LayerOpener, OldLayerAsAnErrorIsOpenedAgainUntilItIsExported) {
   EXPECT_TRUE(shown("Re-export mif file and press Enter, or close window.\n\nTrying to open"));
   EXPECT_EQ(layer.mif, 2003) << "the files of the first attempts are closed";
   EXPECT_EQ(entries(), entry("sand"));
+
+  // A question without an answer ends the run, and is not asked again.
+  opener.close(layer);
+  save("sand.mid", 0);
+  console.answers.clear();
+  console.beforeAnswer = [&, asked = 0]() mutable {
+    if (++asked == 2) save("sand.mid", 20);
+  };
+  EXPECT_THROW(open("sand"), test::ProcessEnded);
 }
 
 TEST_F(LayerOpener, LayerWithoutADateWarnsOrEndsTheRun) {

@@ -19,6 +19,10 @@ constexpr const char* kColumnBlock =
     "  Domain_Index Integer\n  mor_d50 Float\n  mor_d90 Float\n  mor_IVR Float\n  mor_DVR Float\n"
     "  mor_Bed_Limit_Z Float\n  mor_Bed_Code Integer\nData\n\n";
 
+const std::string kEarth =
+    "Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\n"
+    "CoordSys Earth Projection 8, 33, \"m\"\n";
+
 // Two domains of 4 x 4 elements, of which (3, 3) to (4, 4) are written.
 struct CheckLayerTest : test::ModuleTest {
   static constexpr int kN = 4;
@@ -43,7 +47,7 @@ struct CheckLayerTest : test::ModuleTest {
                                        .lastDomain = lastDomain,
                                        .code = {code.data(), kN, kN},
                                        .depth = {depth.data(), kN, kN},
-                                       .range = {.firstI = 3, .firstJ = 3, .lastI = 4, .lastJ = 4},
+                                       .range = range,
                                        .firstOffset = firstOffset,
                                        .secondOffset = 8,
                                        .frame = frame},
@@ -64,6 +68,7 @@ struct CheckLayerTest : test::ModuleTest {
   std::vector<std::int32_t> integer;
   std::array<std::int32_t, kN * kN> code{};
   std::array<double, kN * kN> depth{};
+  Area range{.firstI = 3, .firstJ = 3, .lastI = 4, .lastJ = 4};
   std::int32_t firstOffset = 1;
   CellFrame frame{.x0 = 1000.0, .y0 = 2000.0, .stepA = 8.0, .stepB = 6.0};  // 10 m cells
 };
@@ -81,19 +86,16 @@ TEST_F(CheckLayerTest, CellIsASquareOfTheTurnedGridWithItsRecord) {
   write(1, 1);
 
   // Corner (a, b) lies at (1000 + 8 a - 6 b, 2000 + 6 a + 8 b); a = 1, 2 and b = 0, 1 here.
-  EXPECT_EQ(folder.read("run_mor_check.mif"),
-            "Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\n"
-            "CoordSys Earth Projection 8, 33, \"m\"\n" +
-                std::string(kColumnBlock) +
-                "Region  1\n"
-                "  5\n"
-                "       1010.000       2020.000\n"
-                "       1002.000       2014.000\n"
-                "       1008.000       2006.000\n"
-                "       1016.000       2012.000\n"
-                "       1010.000       2020.000\n"
-                "    Pen (1,2,0)\n"
-                "    Brush (1,0,16777215)\n");
+  EXPECT_EQ(folder.read("run_mor_check.mif"), kEarth + kColumnBlock +
+                                                  "Region  1\n"
+                                                  "  5\n"
+                                                  "       1010.000       2020.000\n"
+                                                  "       1002.000       2014.000\n"
+                                                  "       1008.000       2006.000\n"
+                                                  "       1016.000       2012.000\n"
+                                                  "       1010.000       2020.000\n"
+                                                  "    Pen (1,2,0)\n"
+                                                  "    Brush (1,0,16777215)\n");
   EXPECT_EQ(records(),
             "     2,    10,\"2,10\",-7,     -12.500,1,  0.000250,  1.500000,0.350,*****,"
             "-99999.000,   2\n");
@@ -128,6 +130,7 @@ TEST_F(CheckLayerTest, CellsRunAlongTheSecondIndexFirstAndDomainsFollowEachOther
       "       1002.000       2014.000\n       1010.000       2020.000\n"
       "       1004.000       2028.000\n    Pen (1,2,0)\n    Brush (1,0,16777215)\n";
   EXPECT_THAT(squares, EndsWith(last + "Region  1\n  5\n" + last));
+  EXPECT_THAT(folder.read("run_mor_check.mif"), HasSubstr(kEarth + kColumnBlock));
 }
 
 TEST_F(CheckLayerTest, DomainWithoutMorphologyHasZerosAndALaterOneWithoutALayerWritesNothing) {
@@ -142,21 +145,34 @@ TEST_F(CheckLayerTest, DomainWithoutMorphologyHasZerosAndALaterOneWithoutALayerW
   EXPECT_THAT(records(), EndsWith(",  0.000000,  0.000000,0.000,0.000,     0.000,   0\n"));
 }
 
-TEST_F(CheckLayerTest, BlankSourceWarnsAndGivesPlaneCoordinatesAroundTheCells) {
+TEST_F(CheckLayerTest, BlankSourceWarnsAndGivesPlaneCoordinatesAroundTheCellsOfAllDomains) {
   module.gisSettings.checkLayerHeaderSource = "    ";
   console.answers = {""};
-  write(1, 1);
-
+  const auto expectBounds = [&](const std::string& bounds) {
+    EXPECT_THAT(folder.read("run_mor_check.mif"),
+                StartsWith("Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\n"
+                           "CoordSys NonEarth Units \"m\" Bounds (" +
+                           bounds + ")\nColumns 12\n"));
+  };
+  // Domain 1 has no cell. Its first row gives the bounds an extent: corners (0, 0) to (2, 1).
+  range.lastI = 2;
+  frame.x0 = 0.0;
+  write(1, 3);
+  expectBounds("         -6.000,       2000.000) (         16.000,       2020.000");
   EXPECT_TRUE(
       shown("\n\nNoXY: WARNING 0307 - No MI Projection or mif header file  found.\n"
             "               Non-Earth Coordinates will be used.  [miWriteMifHeader]\n"
             "\nPress Enter to Continue\n"))
       << console.output;
+
   // Corners (0, 0), (2, 0), (0, 2), (2, 2): (1000, 2000), (1016, 2012), (988, 2016), (1004, 2028).
-  EXPECT_THAT(folder.read("run_mor_check.mif"),
-              StartsWith("Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\n"
-                         "CoordSys NonEarth Units \"m\" Bounds (        988.000,"
-                         "       2000.000) (       1016.000,       2028.000)\nColumns 12\n"));
+  range.lastI = 4;
+  frame.x0 = 1000.0;
+  write(2, 3);
+  expectBounds("        988.000,       2000.000) (       1016.000,       2028.000");
+  frame.x0 = 1100.0;
+  write(3, 3);
+  expectBounds("        988.000,       2000.000) (       1116.000,       2028.000");
 }
 
 TEST_F(CheckLayerTest, BoundsThatCannotBeReadEndTheRun) {

@@ -7,6 +7,7 @@ Usage: process_test.py SCENARIO_HOST RESTART_HOST
 import os
 import pathlib
 import signal
+import struct
 import subprocess
 import sys
 import time

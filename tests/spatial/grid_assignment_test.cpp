@@ -100,6 +100,8 @@ TEST_F(GridAssignmentTest, RegionsAddWherePointsAndLinesSet) {
   const std::string cell = "Region 1\n5\n1 1\n2 1\n2 2\n1 2\n1 1\n";
   assignAll(cell + cell, "2e9\n2e9\n", target);  // as far as the integers go
   EXPECT_THAT(cellsOf(integers), ElementsAre(Pair(Pair(2, 2), 2147483647)));
+  EXPECT_THROW(assignAll(cell, "2147483647.5\n", target), test::ProcessEnded);
+  EXPECT_TRUE(shown("\nIts value is beyond the integers of 4 bytes: 2147483648.\n"));
 }
 
 TEST_F(GridAssignmentTest, SegmentOverTooManyCellsEndsTheRunOnTheScreen) {

@@ -115,6 +115,12 @@ TEST_F(MifReaderTest, ReadsFilesThatOtherProgramsWrote) {
   ASSERT_TRUE(reader.findObjectSection(mif));
   EXPECT_THROW(sections(), ProcessEnded);  // an empty field before the tab
 
+  openFiles("Delimiter \";\"\nData\nPoint 1 1\nPoint 2 2\n", "1,5\n1,5;2\n");
+  ASSERT_TRUE(reader.findObjectSection(mif));
+  EXPECT_THROW(sections(), ProcessEnded);
+  EXPECT_TRUE(shown("\nRecord 2 of file \"" + mid.path() +
+                    "\".\nIts fields are separated by \";\" instead of commas: 1,5;2\n"));
+
   openFiles("DATA\nPOINT 1 1\nPOINT 2 2\n", "7,\"x\"\n \n \t\n\n   ");
   ASSERT_TRUE(reader.findObjectSection(mif));
   EXPECT_EQ(sections(), "POINT 7: 1 1\n");
@@ -162,6 +168,8 @@ TEST_F(MifReaderTest, WhatCannotBeReadEndsTheRun) {
       {"", "Region ,\n"},
       {"", "Pline x\n"},
       {"", "Pline -1\n"},
+      {"", "Multipoint -1\n"},
+      {"", "Pline Multiple -1\n"},
       {"Pline 2\n1 1\n", "2\nLine 9 of"},
       {"", "Point 1 nan\n"},
       {"", "Line 1 2 3\n"},

@@ -15,6 +15,15 @@ namespace {
 constexpr std::size_t kStyleLength = 256;
 constexpr std::string_view kMifFailure = "ERROR 0439 - Writing .mif file object coordinates.";
 
+// Commas that are not part of a text.
+std::size_t separators(std::string_view record) {
+  bool quoted = false;
+  return static_cast<std::size_t>(std::count_if(record.begin(), record.end(), [&](char c) {
+    if (c == '"') quoted = !quoted;
+    return c == ',' && !quoted;
+  }));
+}
+
 Failure recordFailure(const Object& object) {
   return {"ERROR 0254 - Failed to write attribute data record for a " + object.name};
 }
@@ -54,12 +63,11 @@ MaybeFailure MifLayer::writeObject(const Object& object) {
 
 MaybeFailure MifLayer::writeRecord(const Object& object, std::string_view attributes) {
   std::string record(trimmed(attributes));
-  if (recordsDue_ > 0) {
-    --recordsDue_;
-    // One with fewer values than there are columns still covers the whole of the blank one.
-    record.resize(std::max(record.size(), noAttributes_.size()), ' ');
-  }
+  // Readers give up the rest of a layer behind a record with fewer values than columns.
+  for (std::size_t commas = separators(record); commas < noAttributes_.size(); ++commas)
+    record += ',';
   record += lineEnd();
+  if (recordsDue_ > 0) --recordsDue_;
   if (!putRecords(record)) return recordFailure(object);
   return {};
 }

@@ -8,8 +8,6 @@ namespace nivaro::gis {
 namespace {
 
 constexpr int kCoordinateWidth = 16;
-constexpr int kCoordinateDecimals = 6;
-constexpr int kLabelBoxDecimals = 3;
 
 // Without a projection readers would take coordinates for degrees. The bounds hold any national
 // grid, and leave programs that store coordinates as integers a precision of 5 mm.
@@ -24,10 +22,6 @@ std::string coordinate(double value, int decimals) {
   if (field.front() == ' ') return field;
   field = ' ';
   return field += leftTrimmed(fixedField(value, kWidestNumber, decimals));
-}
-
-std::string position(const Vertex& vertex, int decimals = kCoordinateDecimals) {
-  return coordinate(vertex.x, decimals) + coordinate(vertex.y, decimals);
 }
 
 class LineWriter {
@@ -86,7 +80,7 @@ void writeDrawable(LineWriter& out, const Object& object) {
       // Vertex 1, the anchor, is no part of the object: the label line of its style leads there.
       out.line("Text");
       out.line(object.label);
-      out.line("    " + position(at[1], kLabelBoxDecimals) + position(at[2], kLabelBoxDecimals));
+      out.line("    " + position(at[1], kLabelDecimals) + position(at[2], kLabelDecimals));
       return;
     case ObjectKind::Unset:
     case ObjectKind::None:
@@ -95,6 +89,10 @@ void writeDrawable(LineWriter& out, const Object& object) {
 }
 
 }  // namespace
+
+std::string position(const Vertex& vertex, int decimals) {
+  return coordinate(vertex.x, decimals) + coordinate(vertex.y, decimals);
+}
 
 bool writeMifHeader(Unit& file, std::string_view coordSys, const std::vector<Column>& columns) {
   LineWriter out(file);

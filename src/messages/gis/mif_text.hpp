@@ -1,6 +1,7 @@
 // Objects and headers as the lines of a MIF file.
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -9,6 +10,12 @@
 #include "platform/unit.hpp"
 
 namespace nivaro::gis {
+
+inline constexpr int kCoordinateDecimals = 6;
+inline constexpr int kLabelDecimals = 3;  // of a label's box and of the end of its arrow
+
+// X and Y, each in 16 columns or in as many as keep it readable and apart from the other.
+std::string position(const Vertex& vertex, int decimals = kCoordinateDecimals);
 
 // The header up to and including "Data". `coordSys` is a whole CoordSys line; when it is
 // blank the layer is in metres of no particular projection.

@@ -75,10 +75,12 @@ bool isDrawable(const Object& object) {
 
 std::string quotedText(std::string_view text, std::size_t limit) {
   std::string quoted = "\"";
-  for (const char c : oneLine(text)) {
-    const std::size_t needed = c == '"' ? 2 : 1;
+  const std::string line = oneLine(text);
+  for (std::size_t at = 0; at < line.size(); ++at) {
+    const std::size_t copies = line[at] == '"' ? 2 : 1;
+    const std::size_t needed = line.compare(at, 2, "\\n") == 0 ? 2 : copies;
     if (quoted.size() + needed + 1 > limit) break;
-    quoted.append(needed, c);
+    quoted.append(copies, line[at]);
   }
   return quoted + '"';
 }

@@ -64,8 +64,9 @@ std::vector<Part> partsOf(const Object& object);
 // an object is written as a null object.
 bool isDrawable(const Object& object);
 
-// The text between double quotes, those inside doubled, in at most `limit` characters. Line breaks
-// and other control characters but the tab are blanks in it.
+// The text between double quotes, those inside doubled, in at most `limit` characters, and not cut
+// within the "\n" that breaks a label's line. Line breaks and other control characters but the tab are
+// blanks in it.
 std::string quotedText(std::string_view text, std::size_t limit = kAttributeLength);
 
 }  // namespace nivaro::gis

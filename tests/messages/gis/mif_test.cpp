@@ -96,8 +96,6 @@ TEST_F(Mif, PairIsWholeAfterEachObjectAndEachRecord) {
   layers.gisWriteObject(layer, point);
   layers.gisWriteRecord(layer, point, "\"second\",\"\"");
   EXPECT_EQ(folder.read("a.mid"), first + "\n\"second\",\"\"\n,\n");
-  layers.gisWriteRecord(layer, point, "");  // no values at all: still one line
-  EXPECT_EQ(folder.read("a.mid"), first + "\n\"second\",\"\"\n \n");
 }
 
 TEST_F(Mif, ColumnsHaveTheirTypeAndWidth) {
@@ -117,6 +115,8 @@ TEST(QuotedText, StaysOnOneLineWithItsClosingQuoteWithinTheLimit) {
   EXPECT_EQ(quotedText("a \"b\" c  "), "\"a \"\"b\"\" c\"");
   EXPECT_EQ(quotedText("abcdef", 5), "\"abc\"");
   EXPECT_EQ(quotedText("ab\"cd", 5), "\"ab\"");  // half a doubled quote would end the text
+  EXPECT_EQ(quotedText("ab\\ncd", 5),
+            "\"ab\"");  // half a line break would be a character of its own
   EXPECT_EQ(quotedText("a\r\nb\tc\x1A\n"), "\"a  b\tc\"");
 }
 

@@ -84,6 +84,8 @@ TEST_F(Programs, GdalAndShapelibReadEveryObjectOfALayer) {
       if (sample.subLayer == subLayer || sample.subLayer.empty())
         rows["a" + subLayer + ".shp"] += csvRow(sample.shapeGeometry);
   }
+  write(mif, pointAt(1, 2), "\"a, b\"");  // no value for the other column
+  rows["a.mif"] += "\"POINT (1 2)\",\"a, b\",\n";
   write(mif, objectOf(ObjectKind::Multipoint, {{1, 2}, {3, 4}}), kAttributes);
   rows["a.mif"] += csvRow("MULTIPOINT ((1 2),(3 4))");
 

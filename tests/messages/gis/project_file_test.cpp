@@ -53,13 +53,16 @@ TEST_F(Project, ListsEachFileOnceWithItsGeometryAndGroup) {
   }
 }
 
-TEST_F(Project, ASecondProjectListsWhatTheFirstHad) {
-  const std::int32_t layer = openMif("a");
+TEST_F(Project, ASecondProjectIsLikeTheFirst) {
+  LayerSettings input = settingsFor(LayerFormat::Mif, "in");
+  input.projectCode = 1;
+  const std::int32_t both[] = {layers.gisOpenLayer(input), openMif("out")};
   for (const char* project : {"first.qgs", "run.qgs"}) {
     layers.openProject(folder.path(project));
-    write(layer, pointAt(1, 2));
-    EXPECT_THAT(folder.read(project), HasSubstr("<layername>a</layername>"));
+    for (const std::int32_t layer : both) write(layer, pointAt(1, 2));
   }
+  EXPECT_THAT(folder.read("first.qgs"), HasSubstr("<layername>in</layername>"));
+  EXPECT_EQ(folder.read("run.qgs"), folder.read("first.qgs"));
 }
 
 TEST_F(Project, LegendStandsAsItIsPublished) {
