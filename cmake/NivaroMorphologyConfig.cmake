@@ -1,7 +1,8 @@
 # find_package(NivaroMorphology 1.0 CONFIG [COMPONENTS shared static]): the targets
 # NivaroMorphology::shared and NivaroMorphology::static, and NivaroMorphology::NivaroMorphology, which
 # is the shared library where that was asked for. Without components: all that are installed.
-# NivaroMorphology_FORTRAN_MODULE is the module source that a host in Fortran adds to its own.
+# NivaroMorphology::Fortran is that with the Fortran module, in projects that have enabled Fortran;
+# NivaroMorphology_FORTRAN_MODULE is the module's source.
 set(components ${NivaroMorphology_FIND_COMPONENTS})
 if(NOT components)
   set(components shared static)
@@ -31,3 +32,4 @@ if(NOT TARGET NivaroMorphology::NivaroMorphology)
     endif()
   endforeach()
 endif()
+include(${CMAKE_CURRENT_LIST_DIR}/NivaroMorphologyFortran.cmake)

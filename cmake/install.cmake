@@ -36,6 +36,7 @@ endif()
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/NivaroMorphologyConfigVersion.cmake
                                  COMPATIBILITY SameMajorVersion)
 install(FILES cmake/NivaroMorphologyConfig.cmake
+              cmake/NivaroMorphologyFortran.cmake
               ${PROJECT_BINARY_DIR}/NivaroMorphologyConfigVersion.cmake
         DESTINATION ${package_folder} COMPONENT development)
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """The smallest hosts of both languages do the same to the last bit, and the host guide quotes them.
 
-Usage: minimal_hosts_test.py C_HOST FORTRAN_HOST
+Usage: minimal_hosts_test.py C_HOST FORTRAN_HOST [WHAT_RUNS_THEM]
 """
 import pathlib
 import re
@@ -13,14 +13,14 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 MINIMAL = ROOT / "examples" / "minimal"
-HOSTS = []
+HOSTS, RUNNER = [], []
 N, M = 60, 20
 
 
 class MinimalHostsTest(unittest.TestCase):
     def results_of(self, host):
         with tempfile.TemporaryDirectory() as folder:
-            run = subprocess.run([host, MINIMAL / "hump.mcf", f"{folder}/run"], timeout=60,
+            run = subprocess.run([*RUNNER, host, MINIMAL / "hump.mcf", f"{folder}/run"], timeout=60,
                                  stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True)
             self.assertEqual(run.returncode, 0, run.stdout)
             return [pathlib.Path(f"{folder}/run{name}").read_bytes()
@@ -49,5 +49,5 @@ class MinimalHostsTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    HOSTS = [sys.argv.pop(1), sys.argv.pop(1)]
-    unittest.main()
+    HOSTS, RUNNER = sys.argv[1:3], sys.argv[3:]
+    unittest.main(argv=sys.argv[:1])
