@@ -19,6 +19,17 @@ foreach(component IN LISTS components)
   endif()
 endforeach()
 
+# The library comes from MinGW; Microsoft's linker has an import library of its own.
+if(WIN32 AND NOT MINGW AND TARGET NivaroMorphology::shared)
+  get_target_property(configurations NivaroMorphology::shared IMPORTED_CONFIGURATIONS)
+  foreach(configuration IN LISTS configurations)
+    get_target_property(library NivaroMorphology::shared IMPORTED_IMPLIB_${configuration})
+    string(REPLACE "libnivaro_morphology.dll.a" "nivaro_morphology.lib" library "${library}")
+    set_target_properties(NivaroMorphology::shared PROPERTIES
+                          IMPORTED_IMPLIB_${configuration} "${library}")
+  endforeach()
+endif()
+
 get_filename_component(NivaroMorphology_FORTRAN_MODULE
                        ${CMAKE_CURRENT_LIST_DIR}/../../../include/nivaro_morphology.f90 ABSOLUTE)
 

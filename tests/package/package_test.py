@@ -139,6 +139,8 @@ class PackageTest(unittest.TestCase):
         archive = next(self.folder.glob("nivaro-morphology-*"))
         self.assertEqual(files_of(archive), files_of(self.folder / "root/usr"))
         self.assertEqual(files_of(archive), files_of(self.tree))
+        for library in [*self.tree.rglob("*.so.*.*"), *self.tree.rglob("*.a")]:
+            self.assertNotIn(".debug", done("objdump", "-h", library), library)
 
 
 if __name__ == "__main__":
