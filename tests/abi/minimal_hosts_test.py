@@ -38,9 +38,22 @@ class MinimalHostsTest(unittest.TestCase):
         # Four records of 57 x 17 values and 58 x 18 flags, their cards, header and end card.
         self.assertEqual(len(dataset), 100 + 4 * (4 + 1 + 4 + 58 * 18 + 57 * 17 * 4) + 4)
 
+    def test_an_error_in_the_control_file_ends_the_trial_alone(self):
+        host = pathlib.Path(HOSTS[0]).with_name("trial_host")
+        if not host.exists():
+            self.skipTest("no POSIX system")
+        with tempfile.TemporaryDirectory() as folder:
+            for control_file, outcome in (("hump.mcf", "with morphology"),
+                                          ("minimal_host.c", "without morphology")):
+                run = subprocess.run([host, MINIMAL / control_file, f"{folder}/run"], timeout=60,
+                                     stdout=subprocess.PIPE, text=True)
+                self.assertEqual(run.returncode, 0)
+                self.assertIn(f"The host goes on {outcome}", run.stdout)
+
     def test_host_guide_quotes_what_is_compiled(self):
         guide = (ROOT / "docs" / "host-guide.md").read_text()
-        for language, file in (("c", "minimal_host.c"), ("fortran", "minimal_host.f90")):
+        for language, file in (("c", "minimal_host.c"), ("c", "trial_host.c"),
+                               ("fortran", "minimal_host.f90")):
             source = (MINIMAL / file).read_text()
             quotes = re.findall(rf"<!-- {file} -->\n```{language}\n(.*?)```", guide, re.S)
             self.assertTrue(quotes, file)
