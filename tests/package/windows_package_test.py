@@ -6,10 +6,11 @@ Usage: windows_package_test.py BUILD_FOLDER VERSION WHAT_RUNS_PROGRAMS
 """
 import pathlib
 import shutil
-import subprocess
 import sys
 import tempfile
 import unittest
+
+from package_test import done, files_of
 
 TESTS = pathlib.Path(__file__).resolve().parent
 TOOLCHAIN = TESTS.parents[1] / "cmake/windows.cmake"
@@ -17,13 +18,6 @@ BUILD, VERSION, RUNNER = None, None, None
 LIBRARIES = {"bin/nivaro_morphology.dll", "lib/libnivaro_morphology.dll.a", "lib/nivaro_morphology.lib"}
 OTHERS = {"include/nivaro_morphology.h", "include/nivaro_morphology.f90", "lib/nivaro_morphology.def",
           "lib/pkgconfig/nivaro_morphology.pc"}
-
-
-def done(*command):
-    result = subprocess.run([str(c) for c in command], stdout=subprocess.PIPE,
-                            stderr=subprocess.STDOUT, text=True, timeout=250)
-    assert result.returncode == 0, f"{command}\n{result.stdout}"
-    return result.stdout
 
 
 class WindowsPackageTest(unittest.TestCase):
@@ -37,8 +31,8 @@ class WindowsPackageTest(unittest.TestCase):
         cls.tree = next(cls.folder.glob("nivaro-morphology-*"))
 
     def test_archive_holds_the_files_without_debug_sections(self):
-        files = {str(p.relative_to(self.tree)) for p in self.tree.rglob("*") if not p.is_dir()}
-        self.assertEqual({f for f in files if not f.startswith("lib/cmake/")}, LIBRARIES | OTHERS)
+        files = {f for f in files_of(self.tree) if not f.startswith("lib/cmake/")}
+        self.assertEqual(files, LIBRARIES | OTHERS)
         for name in LIBRARIES:
             sections = done("x86_64-w64-mingw32-objdump", "-h", self.tree / name)
             self.assertNotIn(".debug", sections, name)
