@@ -1,7 +1,8 @@
 # find_package(NivaroMorphology 1.0 CONFIG [COMPONENTS shared static]): the targets
 # NivaroMorphology::shared and NivaroMorphology::static, and NivaroMorphology::NivaroMorphology, which
 # is the shared library where that was asked for. Without components: all that are installed.
-# NivaroMorphology_FORTRAN_MODULE is the module source that a host in Fortran adds to its own.
+# NivaroMorphology::Fortran is that with the Fortran module, in projects that have enabled Fortran;
+# NivaroMorphology_FORTRAN_MODULE is the module's source.
 set(components ${NivaroMorphology_FIND_COMPONENTS})
 if(NOT components)
   set(components shared static)
@@ -18,6 +19,17 @@ foreach(component IN LISTS components)
   endif()
 endforeach()
 
+# The library comes from MinGW; Microsoft's linker has an import library of its own.
+if(WIN32 AND NOT MINGW AND TARGET NivaroMorphology::shared)
+  get_target_property(configurations NivaroMorphology::shared IMPORTED_CONFIGURATIONS)
+  foreach(configuration IN LISTS configurations)
+    get_target_property(library NivaroMorphology::shared IMPORTED_IMPLIB_${configuration})
+    string(REPLACE "libnivaro_morphology.dll.a" "nivaro_morphology.lib" library "${library}")
+    set_target_properties(NivaroMorphology::shared PROPERTIES
+                          IMPORTED_IMPLIB_${configuration} "${library}")
+  endforeach()
+endif()
+
 get_filename_component(NivaroMorphology_FORTRAN_MODULE
                        ${CMAKE_CURRENT_LIST_DIR}/../../../include/nivaro_morphology.f90 ABSOLUTE)
 
@@ -31,3 +43,4 @@ if(NOT TARGET NivaroMorphology::NivaroMorphology)
     endif()
   endforeach()
 endif()
+include(${CMAKE_CURRENT_LIST_DIR}/NivaroMorphologyFortran.cmake)

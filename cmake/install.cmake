@@ -27,15 +27,20 @@ endif()
 # since compiled modules differ from compiler to compiler.
 install(DIRECTORY include/ DESTINATION include COMPONENT development)
 
-# From this list other compilers of Windows make import libraries of their own.
+# For other compilers of Windows: the import library of Microsoft's, and the list to make others from.
 if(WIN32)
   install(FILES src/exports/exports.def DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
           RENAME nivaro_morphology.def)
+  if(TARGET microsoft_import_library)
+    install(FILES ${PROJECT_BINARY_DIR}/nivaro_morphology.lib DESTINATION ${CMAKE_INSTALL_LIBDIR}
+            COMPONENT development)
+  endif()
 endif()
 
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/NivaroMorphologyConfigVersion.cmake
                                  COMPATIBILITY SameMajorVersion)
 install(FILES cmake/NivaroMorphologyConfig.cmake
+              cmake/NivaroMorphologyFortran.cmake
               ${PROJECT_BINARY_DIR}/NivaroMorphologyConfigVersion.cmake
         DESTINATION ${package_folder} COMPONENT development)
 

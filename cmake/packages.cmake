@@ -1,11 +1,14 @@
-# What `cpack` makes of the two components: an archive to unpack anywhere (TGZ), and two Debian
-# packages (DEB) named by Debian's rules for libraries.
+# What `cpack` makes of the two components: an archive to unpack anywhere (TGZ, for Windows ZIP), and
+# two Debian packages (DEB) named by Debian's rules for libraries.
 set(CPACK_PACKAGE_NAME nivaro-morphology)
 set(CPACK_PACKAGE_VENDOR "NIVARO")
 set(CPACK_PACKAGE_CONTACT "NIVARO Morphology <support@nivaro.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
 set(CPACK_COMPONENTS_ALL runtime development)
 set(CPACK_GENERATOR TGZ)
+if(WIN32)
+  set(CPACK_GENERATOR ZIP)
+endif()
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
 

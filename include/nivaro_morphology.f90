@@ -33,8 +33,8 @@
 !      qvmor_wrsmsf_close                       once, at the end
 !   examples/minimal/minimal_host.f90 is a host that does all of it.
 module nivaro_morphology
-  use, intrinsic :: iso_c_binding, only: c_char, c_double, c_float, c_int32_t, c_int64_t, c_loc, &
-      c_null_ptr, c_ptr
+  use, intrinsic :: iso_c_binding, only: c_char, c_double, c_f_pointer, c_float, c_int32_t, &
+      c_int64_t, c_loc, c_null_ptr, c_ptr
   implicit none
   public
 
@@ -45,7 +45,6 @@ module nivaro_morphology
 
   ! The message record that host and module share, all zero at load. A host fills lines and details
   ! with set_message_text and calls dmessagexy or dmessage; it may set the fields marked [host].
-  ! Linkers of Windows make a second block of it; docs/host-guide.md says what to do there.
   ! Texts are arrays of characters; codes of 0 in them count as blanks.
   type, bind(C) :: nivaro_messages
     integer(c_int32_t) :: log_unit ! unit of the log; no log output while it is 0 or less
@@ -87,7 +86,9 @@ module nivaro_morphology
     integer(c_int32_t) :: suppression_flag ! [host] numbered messages are discarded; 0 is no
   end type
 
-  type(nivaro_messages), bind(C, name='DMESSAGES') :: dmessages
+  ! The record itself, from find_dmessages or qvmor_initialise_s1 on; nowhere before. A variable bound
+  ! to the exported block would be a second, dead block on Windows.
+  type(nivaro_messages), pointer, protected :: dmessages => null()
 
   ! Exported routines that need no wrapper.
   interface
@@ -108,6 +109,12 @@ module nivaro_morphology
     end subroutine
 
     ! ---- Messages --------------------------------------------------------------------------------
+
+    ! The address of the record that dmessages points to.
+    function dmessagesaddress() result(outcome) bind(C, name='DMESSAGESADDRESS')
+      import
+      type(c_ptr) :: outcome
+    end function
 
     ! Write the message held in DMESSAGES, with a location or without one, and clear it. blank_lines
     ! 0 or more: as many empty lines, then the message, on screen and log; -1: log only; less:
@@ -935,6 +942,7 @@ contains
     character(*), intent(in) :: simulation_name, output_prefix, log_prefix, table_extension, &
         check_layer_prefix, check_layer_header_source, host_projection
     logical, intent(in) :: save_date_check, save_date_error, projection_error
+    call find_dmessages()
     call abi_qvmor_initialise_s1(simulation_name, output_prefix, log_prefix, &
         as_word(save_date_check), table_extension, as_word(save_date_error), check_layer_prefix, &
         check_layer_header_source, host_projection, as_word(projection_error), &
@@ -1128,6 +1136,12 @@ contains
 
   ! ---- Messages -------------------------------------------------------------------------------
   ! dmessagexy, dmessage, dmessageclear, dmessageresetcounters and dline stand above.
+
+  ! Lets dmessages point to the record. For hosts that need it before qvmor_initialise_s1, which does
+  ! so too.
+  subroutine find_dmessages()
+    call c_f_pointer(dmessagesaddress(), dmessages)
+  end subroutine
 
   ! Puts a text into a line or detail: call set_message_text(dmessages%line1, 'WARNING 0900 - ...')
   subroutine set_message_text(field, text)

@@ -116,6 +116,10 @@ typedef struct nivaro_messages {
 /** The record that library and host share. */
 extern NIVARO_API nivaro_messages DMESSAGES;
 
+/** The same record for a host whose compiler cannot import data of a library, as Fortran on Windows.
+ *  \return  address of the record, the same at every call */
+NIVARO_API nivaro_messages* DMESSAGESADDRESS(void) NIVARO_NOEXCEPT;
+
 /** @} */
 
 /** \defgroup entry Morphology entry points

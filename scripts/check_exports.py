@@ -37,7 +37,7 @@ def main():
     lists = {
         "version script": names_in(r"^    ([A-Z]\w*);", "src/exports/exports.map"),
         "definition file": names_in(r"^  ([A-Z]\w*)(?: DATA)?$", "src/exports/exports.def"),
-        "public header": names_in(r"^(?:extern )?NIVARO_API [\w ]+?\b([A-Z][A-Z0-9_]+)[;(]",
+        "public header": names_in(r"^(?:extern )?NIVARO_API [\w *]+?\b([A-Z][A-Z0-9_]+)[;(]",
                                   "include/nivaro_morphology.h"),
     }
     lists |= {library: shown_symbols(library) for library in sys.argv[1:]}

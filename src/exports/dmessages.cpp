@@ -22,3 +22,7 @@ static_assert(offsetof(nivaro_messages, suppression_flag) == 70204);
 static_assert(sizeof(nivaro_messages) == 70208);
 
 nivaro_messages DMESSAGES = {};
+
+nivaro_messages* DMESSAGESADDRESS() noexcept {
+  return &DMESSAGES;
+}

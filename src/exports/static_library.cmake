@@ -16,6 +16,14 @@ set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS exports.map)
 add_executable(joined_floors)
 target_link_libraries(joined_floors PRIVATE export_skin)
 target_link_options(joined_floors PRIVATE -r -nostdlib -Wl,--force-group-allocation)
+
+# The runtime of gfortran asks for threads by weak names, which take nothing from an archive. In a
+# program linked all static it finds those that the C++ library brought along, believes to have all,
+# and jumps to address 0 where it locks a file. Named here, they come with the library.
+set(thread_names mutex_init mutex_trylock mutex_destroy cond_init cond_wait cond_broadcast
+                 cond_destroy create join)
+list(TRANSFORM thread_names PREPEND "LINKER:-u,pthread_")
+target_link_options(joined_floors PRIVATE ${thread_names})
 set_target_properties(joined_floors PROPERTIES SUFFIX .o LINKER_LANGUAGE CXX)
 
 set(one_object ${CMAKE_CURRENT_BINARY_DIR}/nivaro_morphology.o)
@@ -38,4 +46,4 @@ set_target_properties(nivaro_morphology_static PROPERTIES
 target_include_directories(nivaro_morphology_static INTERFACE
   $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:include>)
 # By name, so that a host in C or Fortran needs no C++ compiler, only its library.
-target_link_libraries(nivaro_morphology_static INTERFACE stdc++ m)
+target_link_libraries(nivaro_morphology_static INTERFACE stdc++ m pthread)

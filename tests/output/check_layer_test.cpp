@@ -32,11 +32,11 @@ struct CheckLayerTest : test::ModuleTest {
     module.gisSettings.checkLayerHeaderSource = "CoordSys Earth Projection 8, 33, \"m\"  ";
     std::int32_t nextReal = 1;
     std::int32_t nextInteger = 1;
-    for (const int domain : {1, 2})
+    for (const int domain : {1, 2, 3})
       module.fields.reserve(domain, true, kN, kN, nextReal, nextInteger);
     real.assign(static_cast<std::size_t>(nextReal), 0.0);
     integer.assign(static_cast<std::size_t>(nextInteger), 0);
-    for (const int domain : {1, 2}) setDefaults(module.fields.fields(domain, work(), kN, kN));
+    for (const int domain : {1, 2, 3}) setDefaults(module.fields.fields(domain, work(), kN, kN));
     console.output.clear();
   }
 

@@ -14,6 +14,7 @@ import unittest
 
 CONSUMER = pathlib.Path(__file__).resolve().parent / "consumer"
 BUILD, VERSION = None, None
+C_COMPILER = ("cc", "-std=c11", "-Wstrict-prototypes")
 
 # 7 in four digits, the distance of (3, 4) from the origin, one warning counted.
 EXPECTED = "0007 5.0 1\n"
@@ -60,20 +61,24 @@ class PackageTest(unittest.TestCase):
     def needed_libraries(self, program):
         return done("objdump", "-p", program)
 
-    def test_cmake_hosts_in_c_and_cpp_link_either_library(self):
-        cases = [  # language, components, target, shared
-            ("C", "shared", "NivaroMorphology::shared", True),
-            ("CXX", "shared;static", "NivaroMorphology::NivaroMorphology", True),
-            ("C", "static", "NivaroMorphology::NivaroMorphology", False),
-            ("CXX", "shared;static", "NivaroMorphology::static", False),
+    def test_cmake_hosts_in_all_languages_link_either_library(self):
+        cases = [  # language, components, target, shared, flags of the linker
+            ("C", "shared", "NivaroMorphology::shared", True, ""),
+            ("CXX", "shared;static", "NivaroMorphology::NivaroMorphology", True, ""),
+            ("C", "static", "NivaroMorphology::NivaroMorphology", False, ""),
+            ("CXX", "shared;static", "NivaroMorphology::static", False, ""),
+            ("Fortran", "shared;static", "NivaroMorphology::Fortran", True, ""),
+            ("Fortran", "static", "NivaroMorphology::Fortran", False, "-static"),
         ]
-        for language, components, target, shared in cases:
+        for language, components, target, shared, flags in cases:
             with self.subTest(language=language, components=components, target=target):
                 build, configured = self.configure(CONSUMER_LANGUAGE=language,
                                                    WANTED_COMPONENTS=components,
-                                                   WANTED_TARGET=target)
+                                                   WANTED_TARGET=target,
+                                                   CMAKE_EXE_LINKER_FLAGS=flags)
                 self.assertEqual(configured.returncode, 0, configured.stdout)
-                done("cmake", "--build", build)
+                built = done("cmake", "--build", build)
+                self.assertEqual(built.count("nivaro_morphology.f90.o"), language == "Fortran", built)
                 self.assertEqual(done(build / "consumer"), EXPECTED)
                 self.assertEqual("libnivaro_morphology.so.1" in
                                  self.needed_libraries(build / "consumer"), shared)
@@ -87,15 +92,15 @@ class PackageTest(unittest.TestCase):
                 self.assertNotEqual(configured.returncode, 0)
                 self.assertIn("NivaroMorphology", configured.stdout)
 
-    def compile_by_hand(self, tree, *flags):
+    def compile_by_hand(self, tree, *flags, compiler=C_COMPILER, source="consumer.c"):
         """The consumer, compiled with what pkg-config says, run."""
         environment = os.environ | {"PKG_CONFIG_PATH": str(library_folder(tree) / "pkgconfig")}
         static = ["--static"] if "-static" in flags else []
         said = done("pkg-config", "--cflags", "--libs", *static, f"nivaro_morphology = {VERSION}",
                     env=environment)
         program = pathlib.Path(tempfile.mkdtemp(dir=self.folder)) / "consumer"
-        done("cc", "-std=c11", "-Wall", "-Wextra", "-pedantic", "-Wstrict-prototypes", "-Werror",
-             CONSUMER / "consumer.c", "-o", program, *flags, *shlex.split(said))
+        done(*compiler, "-Wall", "-Wextra", "-pedantic", "-Werror", CONSUMER / source, "-o", program,
+             *flags, *shlex.split(said), cwd=program.parent)
         self.assertEqual(done(program, env={"LD_LIBRARY_PATH": str(library_folder(tree))}), EXPECTED)
         return program
 
@@ -103,6 +108,8 @@ class PackageTest(unittest.TestCase):
         self.assertIn("libnivaro_morphology.so.1",
                       self.needed_libraries(self.compile_by_hand(self.tree)))
         self.assertNotIn("NEEDED", self.needed_libraries(self.compile_by_hand(self.tree, "-static")))
+        self.compile_by_hand(self.tree, "-static", source="consumer.f90",
+                             compiler=("gfortran", self.tree / "include/nivaro_morphology.f90"))
 
     def test_packages_hold_the_tree(self):
         packages = self.folder / "packages"
@@ -132,6 +139,8 @@ class PackageTest(unittest.TestCase):
         archive = next(self.folder.glob("nivaro-morphology-*"))
         self.assertEqual(files_of(archive), files_of(self.folder / "root/usr"))
         self.assertEqual(files_of(archive), files_of(self.tree))
+        for library in [*self.tree.rglob("*.so.*.*"), *self.tree.rglob("*.a")]:
+            self.assertNotIn(".debug", done("objdump", "-h", library), library)
 
 
 if __name__ == "__main__":
