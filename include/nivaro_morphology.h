@@ -342,7 +342,8 @@ NIVARO_API void QVMOR_WRSMSF_DAT_FLAGS(const int32_t* domain, const int32_t* las
  *  \param[in] point_i, point_j  the corners written, as many as the domain has points
  *  \param[in] unused14  not used
  *  \param[in,out] real_work  the whole real work array; the domain's corner field is overwritten
- *  \note Ends the run when the domain is not 1 to 100 or the file cannot be written. */
+ *  \note Ends the run when the domain is not 1 to 100, has no fields where its values are wanted, or
+ *          the file cannot be written. */
 NIVARO_API void QVMOR_WRSMSF_DAT_RESULTS(const int32_t* domain, const int32_t* last_domain,
                                          const int32_t* point_counts, const void* unused4,
                                          const nivaro_logical* write_values, const int32_t* nx,
@@ -380,8 +381,8 @@ NIVARO_API void QVMOR_WRSMSF_CLOSE(void) NIVARO_NOEXCEPT;
  *  \param[in] step_a, step_b  cell size times cosine and sine of the direction of local x, m
  *  \param[in,out] real_work  the whole real work array
  *  \param[in,out] integer_work  the whole integer work array
- *  \note Ends the run when the domain is not 1 to 100, a file cannot be created or written, or the
- *          bounds in the CoordSys line cannot be read. */
+ *  \note Ends the run when the domain is not 1 to 100 or has no fields where its values are wanted, a
+ *          file cannot be created or written, or the bounds in the CoordSys line cannot be read. */
 NIVARO_API void QVMOR_WRMIFF(const int32_t* domain, const int32_t* last_domain,
                              const nivaro_logical* values, const int32_t* cell_code,
                              const double* depth, const int32_t* nx, const void* unused7,
