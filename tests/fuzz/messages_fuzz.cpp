@@ -34,7 +34,8 @@ void setUp(FuzzModule& run, std::string_view text) {
   record.unlocated_spacing = numbers.real();
   record.label_box_width = numbers.real();
   record.label_height = numbers.real();
-  module.layerMessages.setLayers("run", numbers.flag() ? "CoordSys Earth" : "");
+  module.layerMessages.setLayers("run", numbers.flag() ? "CoordSys Earth" : "",
+                                 gis::LayerFormat::Both);
 }
 
 void write(FuzzModule& run, std::string_view text) {

@@ -1,5 +1,6 @@
 #include "messages/gis/shape_layer.hpp"
 
+#include "files/path.hpp"
 #include "messages/gis/layer_files.hpp"
 #include "platform/support.hpp"
 #include "text/blank_padded.hpp"
@@ -8,11 +9,15 @@ namespace nivaro::gis {
 
 namespace {
 
-Failure shapeFailure() {
-  return {"ERROR 0439 - Writing .shp file object coordinates."};
+std::string fileLine(const std::string& file) {
+  return "File \"" + correctSlash(file) + "\"";
 }
-Failure tableFailure() {
-  return {"ERROR 0417 - Writing .dbf record."};
+
+Failure shapeFailure(const std::string& file) {
+  return {"ERROR 0439 - Writing .shp file object coordinates.", fileLine(file + ".shp")};
+}
+Failure tableFailure(const std::string& file) {
+  return {"ERROR 0417 - Writing .dbf record.", fileLine(file + ".dbf")};
 }
 
 }  // namespace
@@ -37,6 +42,7 @@ std::string_view subLayerSuffix(ObjectKind kind) {
 }
 
 MaybeFailure ShapeLayer::open(const LayerSettings& settings) {
+  name_ = settings.name;
   // The suffix, which says what a file holds, is what an object finds its sub-layer by.
   struct Wanted {
     bool open;
@@ -55,8 +61,10 @@ MaybeFailure ShapeLayer::open(const LayerSettings& settings) {
 MaybeFailure ShapeLayer::openSubLayer(const LayerSettings& settings, std::string_view suffix,
                                       ShapeType type) {
   const std::string name = settings.name + std::string(suffix);
-  SubLayer& sub = subLayers_.emplace_back(SubLayer{
-      .suffix = suffix, .geometry = ShapeGeometry(type), .table = DbaseTable(settings.columns)});
+  SubLayer& sub = subLayers_.emplace_back(SubLayer{.suffix = suffix,
+                                                   .name = name,
+                                                   .geometry = ShapeGeometry(type),
+                                                   .table = DbaseTable(settings.columns)});
   if (auto failure = openLayerFile(files_, name + ".shp", "BO", sub.shpUnit)) return failure;
   if (auto failure = openLayerFile(files_, name + ".shx", "BO", sub.shxUnit)) return failure;
   if (auto failure = openLayerFile(files_, name + ".dbf", "BO", sub.dbfUnit)) return failure;
@@ -80,24 +88,25 @@ MaybeFailure ShapeLayer::writeObject(const Object& object) {
                    std::string(kSupportAddress)};
   const std::vector<SubLayer*> subLayers = subLayersFor(object.kind);
   // The caller did not want files for this geometry: there is nowhere to write.
-  if (subLayers.empty()) return shapeFailure();
+  if (subLayers.empty()) return shapeFailure(name_);
   for (SubLayer* sub : subLayers) {
     if (!sub->geometry.accepts(object))
       return Failure{
           "ERROR 0350 - Trying to write a SHP object that is not yet supported.  Please contact " +
           std::string(kSupportAddress)};
-    if (!sub->geometry.add(unitsOf(*sub), object)) return shapeFailure();
+    if (!sub->geometry.add(unitsOf(*sub), object)) return shapeFailure(sub->name);
   }
   return {};
 }
 
 MaybeFailure ShapeLayer::writeRecord(const Object& object, std::string_view attributes) {
   const std::vector<SubLayer*> subLayers = subLayersFor(object.kind);
-  if (subLayers.empty()) return tableFailure();
+  if (subLayers.empty()) return tableFailure(name_);
   for (SubLayer* sub : subLayers) {
     // The table first: readers pass over a record without a shape.
-    if (!sub->table.addRecord(files_.find(sub->dbfUnit), attributes)) return tableFailure();
-    if (!sub->geometry.writeHeaders(unitsOf(*sub))) return shapeFailure();
+    if (!sub->table.addRecord(files_.find(sub->dbfUnit), attributes))
+      return tableFailure(sub->name);
+    if (!sub->geometry.writeHeaders(unitsOf(*sub))) return shapeFailure(sub->name);
   }
   return {};
 }
@@ -113,9 +122,9 @@ MaybeFailure ShapeLayer::close() {
     // An object whose record is nowhere stays out of the headers, or readers find more in the index
     // than in the table.
     if (!hasRecords) {
-      if (!failure) failure = tableFailure();
+      if (!failure) failure = tableFailure(sub.name);
     } else if (!sub.geometry.writeHeaders(unitsOf(sub)) && !failure) {
-      failure = shapeFailure();
+      failure = shapeFailure(sub.name);
     }
     files_.closeFile(sub.shpUnit);
     files_.closeFile(sub.shxUnit);

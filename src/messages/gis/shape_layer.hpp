@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -35,6 +36,7 @@ class ShapeLayer {
  private:
   struct SubLayer {
     std::string_view suffix;
+    std::string name;  // the path of its files without extension
     ShapeGeometry geometry;
     DbaseTable table;
     std::int32_t shpUnit = 0;
@@ -47,6 +49,7 @@ class ShapeLayer {
   ShapeUnits unitsOf(const SubLayer& sub) const;
 
   FileUnits& files_;
+  std::string name_;
   std::vector<SubLayer> subLayers_;  // those that are open
 };
 
