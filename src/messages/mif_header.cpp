@@ -1,7 +1,8 @@
 #include "messages/mif_header.hpp"
 
+#include <algorithm>
+
 #include "platform/letters.hpp"
-#include "text/blank_padded.hpp"
 #include "text/keyword.hpp"
 #include "text/transform.hpp"
 
@@ -44,7 +45,8 @@ gis::ObjectKind findGeometry(Unit& mif) {
       isInHeader = !flagExists(line, "Data");
       continue;
     }
-    const std::string text = upperCase(stripped(line.substr(0, kLineWidth)));
+    const std::size_t start = std::min(line.find_first_not_of(" \t"), line.size());
+    const std::string text = upperCase(line.substr(start, kLineWidth));
     for (const auto& [word, kind] : kWords)
       if (text.starts_with(word)) return kind;
   }

@@ -35,7 +35,7 @@ void setUp(FuzzModule& run, std::string_view text) {
   record.label_box_width = numbers.real();
   record.label_height = numbers.real();
   module.layerMessages.setLayers("run", numbers.flag() ? "CoordSys Earth" : "",
-                                 gis::LayerFormat::Both);
+                                 static_cast<gis::LayerFormat>(1 + numbers.upTo(2)));
 }
 
 void write(FuzzModule& run, std::string_view text) {

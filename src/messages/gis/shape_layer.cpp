@@ -9,15 +9,11 @@ namespace nivaro::gis {
 
 namespace {
 
-std::string fileLine(const std::string& file) {
-  return "File \"" + correctSlash(file) + "\"";
+Failure shapeFailure() {
+  return {"ERROR 0439 - Writing .shp file object coordinates."};
 }
-
-Failure shapeFailure(const std::string& file) {
-  return {"ERROR 0439 - Writing .shp file object coordinates.", fileLine(file + ".shp")};
-}
-Failure tableFailure(const std::string& file) {
-  return {"ERROR 0417 - Writing .dbf record.", fileLine(file + ".dbf")};
+Failure tableFailure() {
+  return {"ERROR 0417 - Writing .dbf record."};
 }
 
 }  // namespace
@@ -42,7 +38,6 @@ std::string_view subLayerSuffix(ObjectKind kind) {
 }
 
 MaybeFailure ShapeLayer::open(const LayerSettings& settings) {
-  name_ = settings.name;
   // The suffix, which says what a file holds, is what an object finds its sub-layer by.
   struct Wanted {
     bool open;
@@ -61,10 +56,8 @@ MaybeFailure ShapeLayer::open(const LayerSettings& settings) {
 MaybeFailure ShapeLayer::openSubLayer(const LayerSettings& settings, std::string_view suffix,
                                       ShapeType type) {
   const std::string name = settings.name + std::string(suffix);
-  SubLayer& sub = subLayers_.emplace_back(SubLayer{.suffix = suffix,
-                                                   .name = name,
-                                                   .geometry = ShapeGeometry(type),
-                                                   .table = DbaseTable(settings.columns)});
+  SubLayer& sub = subLayers_.emplace_back(SubLayer{
+      .suffix = suffix, .geometry = ShapeGeometry(type), .table = DbaseTable(settings.columns)});
   if (auto failure = openLayerFile(files_, name + ".shp", "BO", sub.shpUnit)) return failure;
   if (auto failure = openLayerFile(files_, name + ".shx", "BO", sub.shxUnit)) return failure;
   if (auto failure = openLayerFile(files_, name + ".dbf", "BO", sub.dbfUnit)) return failure;
@@ -88,25 +81,25 @@ MaybeFailure ShapeLayer::writeObject(const Object& object) {
                    std::string(kSupportAddress)};
   const std::vector<SubLayer*> subLayers = subLayersFor(object.kind);
   // The caller did not want files for this geometry: there is nowhere to write.
-  if (subLayers.empty()) return shapeFailure(name_);
+  if (subLayers.empty()) return shapeFailure();
   for (SubLayer* sub : subLayers) {
     if (!sub->geometry.accepts(object))
       return Failure{
           "ERROR 0350 - Trying to write a SHP object that is not yet supported.  Please contact " +
           std::string(kSupportAddress)};
-    if (!sub->geometry.add(unitsOf(*sub), object)) return shapeFailure(sub->name);
+    if (!sub->geometry.add(unitsOf(*sub), object)) return withFile(shapeFailure(), *sub);
   }
   return {};
 }
 
 MaybeFailure ShapeLayer::writeRecord(const Object& object, std::string_view attributes) {
   const std::vector<SubLayer*> subLayers = subLayersFor(object.kind);
-  if (subLayers.empty()) return tableFailure(name_);
+  if (subLayers.empty()) return tableFailure();
   for (SubLayer* sub : subLayers) {
     // The table first: readers pass over a record without a shape.
     if (!sub->table.addRecord(files_.find(sub->dbfUnit), attributes))
-      return tableFailure(sub->name);
-    if (!sub->geometry.writeHeaders(unitsOf(*sub))) return shapeFailure(sub->name);
+      return withFile(tableFailure(), *sub);
+    if (!sub->geometry.writeHeaders(unitsOf(*sub))) return withFile(shapeFailure(), *sub);
   }
   return {};
 }
@@ -122,9 +115,9 @@ MaybeFailure ShapeLayer::close() {
     // An object whose record is nowhere stays out of the headers, or readers find more in the index
     // than in the table.
     if (!hasRecords) {
-      if (!failure) failure = tableFailure(sub.name);
+      if (!failure) failure = withFile(tableFailure(), sub);
     } else if (!sub.geometry.writeHeaders(unitsOf(sub)) && !failure) {
-      failure = shapeFailure(sub.name);
+      failure = withFile(shapeFailure(), sub);
     }
     files_.closeFile(sub.shpUnit);
     files_.closeFile(sub.shxUnit);
@@ -140,6 +133,14 @@ std::vector<ShapeLayer::SubLayer*> ShapeLayer::subLayersFor(ObjectKind kind) {
   for (SubLayer& sub : subLayers_)
     if (kind == ObjectKind::None || sub.suffix == suffix) found.push_back(&sub);
   return found;
+}
+
+// The failure, with the file that has failed and its reason.
+Failure ShapeLayer::withFile(Failure failure, const SubLayer& sub) const {
+  for (const std::int32_t unit : {sub.shpUnit, sub.shxUnit, sub.dbfUnit})
+    if (const Unit* file = files_.find(unit); file != nullptr && !file->failure().empty())
+      failure.line2 = "File \"" + correctSlash(file->path()) + "\": " + file->failure();
+  return failure;
 }
 
 ShapeUnits ShapeLayer::unitsOf(const SubLayer& sub) const {

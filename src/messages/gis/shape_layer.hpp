@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -36,7 +35,6 @@ class ShapeLayer {
  private:
   struct SubLayer {
     std::string_view suffix;
-    std::string name;  // the path of its files without extension
     ShapeGeometry geometry;
     DbaseTable table;
     std::int32_t shpUnit = 0;
@@ -46,10 +44,10 @@ class ShapeLayer {
 
   MaybeFailure openSubLayer(const LayerSettings& settings, std::string_view suffix, ShapeType type);
   std::vector<SubLayer*> subLayersFor(ObjectKind kind);
+  Failure withFile(Failure failure, const SubLayer& sub) const;
   ShapeUnits unitsOf(const SubLayer& sub) const;
 
   FileUnits& files_;
-  std::string name_;
   std::vector<SubLayer> subLayers_;  // those that are open
 };
 
