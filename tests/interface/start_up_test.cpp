@@ -45,6 +45,7 @@ TEST_F(StartUp, AWordOfTheUserChoosesTheFormatOfTheMessagesLayers) {
     EXPECT_EQ(std::filesystem::exists(run + "_messages.mif"), isMif);
     EXPECT_EQ(std::filesystem::exists(run + "_messages_P.shp"), isShape);
     EXPECT_EQ(std::filesystem::exists(run + "_messages.qgs"), isShape);
+    EXPECT_FALSE(std::filesystem::exists(run + "_messages_L.shp"));  // messages are points
   }
 }
 

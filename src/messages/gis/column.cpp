@@ -76,6 +76,7 @@ std::vector<DbaseField> dbaseFields(const Column& column) {
     field.decimals = column.type == ColumnType::Char ? 0 : column.decimals;
   }
   std::vector<DbaseField> fields{field};
+  if (column.type != ColumnType::Char) return fields;
   field.goesOn = true;
   for (int number = 2; number <= column.tableFields; ++number) {
     const std::string suffix = '_' + std::to_string(number);

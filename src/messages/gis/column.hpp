@@ -15,7 +15,7 @@ struct Column {
   int width = 0;  // needed for Char and Decimal; 0 is the type's own width for the others
   int decimals = 0;
 
-  // Fields of a dBase table that a longer text runs on through, where one of its width is too short.
+  // Char: fields of a dBase table, of this width each, that a longer text runs on through.
   int tableFields = 1;
 };
 
