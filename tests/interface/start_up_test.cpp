@@ -35,7 +35,11 @@ TEST_F(StartUp, AWordOfTheUserChoosesTheFormatOfTheMessagesLayers) {
   for (const auto& [word, isMif, isShape, isUnknown] : cases) {
     SCOPED_TRACE(word);
     const std::string run = prefix + std::string(word) + ".";
-    startUp(module, {.simulationName = "", .outputPrefix = run, .logPrefix = run, .gis = {}, .messageLayers = word});
+    startUp(module, {.simulationName = "",
+                     .outputPrefix = run,
+                     .logPrefix = run,
+                     .gis = {},
+                     .messageLayers = word});
     EXPECT_EQ(console.shows("WARNING 0438 - NIVARO_MESSAGE_LAYERS is \"" + std::string(word) +
                             "\", which is not \"mif\", \"shp\" or \"both\".\n"),
               isUnknown);
