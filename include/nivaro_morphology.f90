@@ -924,7 +924,8 @@ contains
 
   ! Start-up, before any other call of the module. Opens <log_prefix>.mlf (the log),
   ! <output_prefix>_mor.wor (a workspace of the input layers) and <output_prefix>_morDH.dat (the bed
-  ! change dataset); their folders are made where they are missing.
+  ! change dataset); their folders are made where they are missing. The environment variable
+  ! NIVARO_MESSAGE_LAYERS (mif, shp or both) says in which format messages layers are.
   !   simulation_name            shown in the workspace
   !   save_date_check            compare the date of each input layer with that of its table, which
   !   table_extension            has the layer's name with this extension of 4 characters, '.tab'

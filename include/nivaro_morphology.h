@@ -130,7 +130,10 @@ NIVARO_API nivaro_messages* DMESSAGESADDRESS(void) NIVARO_NOEXCEPT;
 
 /** Start-up, the first call of all: opens the log (`log_prefix`.mlf), the MapInfo workspace
  *  (`output_prefix`_mor.wor) and the bed change dataset (`output_prefix`_morDH.dat), replacing
- *  files of these names and making missing folders, and keeps the settings of layers.
+ *  files of these names and making missing folders, and keeps the settings of layers. The
+ *  environment variable NIVARO_MESSAGE_LAYERS, read here, says in which format messages layers are:
+ *  mif (or nothing), shp or both; with the latter two it opens a QGIS project
+ *  (`log_prefix`_messages.qgs).
  *  \param[in] simulation_name, simulation_name_length  name that the head of the workspace quotes
  *  \param[in] output_prefix, output_prefix_length  folder and base name of workspace and dataset
  *  \param[in] log_prefix, log_prefix_length  folder and base name of the log

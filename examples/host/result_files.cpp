@@ -15,7 +15,8 @@ ResultFolder::ResultFolder(const fs::path& folder, const std::string& name)
                       " cannot be created: " + error.message() + ".");
   // What not every run writes, or only its end, must not be left over from another.
   for (const std::string_view ending :
-       {"_measured.csv", "_summary.csv", "_messages.mif", "_messages.mid"})
+       {"_measured.csv", "_summary.csv", "_messages.mif", "_messages.mid", "_messages_P.shp",
+        "_messages_P.shx", "_messages_P.dbf", "_messages.qgs"})
     fs::remove(file(ending), error);
 }
 
@@ -40,9 +41,18 @@ void ResultFolder::append(std::string_view ending, std::string_view content) con
 }
 
 std::vector<fs::path> ResultFolder::list() const {
-  constexpr std::string_view kEndings[] = {
-      ".2dm",          "_morDH.dat",      "_mor.wor",     ".mlf",          "_mor_check.mif",
-      "_messages.mif", "_bed_change.csv", "_profile.csv", "_measured.csv", "_summary.csv"};
+  constexpr std::string_view kEndings[] = {".2dm",
+                                           "_morDH.dat",
+                                           "_mor.wor",
+                                           ".mlf",
+                                           "_mor_check.mif",
+                                           "_messages.mif",
+                                           "_messages_P.shp",
+                                           "_messages.qgs",
+                                           "_bed_change.csv",
+                                           "_profile.csv",
+                                           "_measured.csv",
+                                           "_summary.csv"};
   std::vector<fs::path> files;
   for (const std::string_view ending : kEndings) {
     if (fs::exists(file(ending))) files.push_back(file(ending));

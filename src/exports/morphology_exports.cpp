@@ -6,6 +6,7 @@
 #include "exports/the_module.hpp"
 #include "interface/entry_points.hpp"
 #include "interface/start_up.hpp"
+#include "platform/environment.hpp"
 
 using namespace nivaro;
 
@@ -45,7 +46,8 @@ void QVMOR_INITIALISE_S1(const char* simulationName, const char* outputPrefix,
                      .checkLayerHeaderSource =
                          kept(checkLayerHeaderSource, checkLayerHeaderSourceLength, kKept),
                      .hostProjection = kept(hostProjection, hostProjectionLength, kKept),
-                     .projectionIsError = isTrue(*projectionError)}});
+                     .projectionIsError = isTrue(*projectionError)},
+             .messageLayers = environmentVariable("NIVARO_MESSAGE_LAYERS")});
   });
 }
 

@@ -13,7 +13,7 @@ Module::Module(Console& console_, Process& process_, MessageRecord& record_)
       layerMessages(gisLayers),
       diagnostics(console, messages, termination),
       workspace(files, diagnostics),
-      layerOpener(files, diagnostics, termination, workspace, gisSettings),
+      layerOpener(files, diagnostics, termination, workspace, gisLayers, gisSettings),
       layers(diagnostics),
       spatialCommands(files, diagnostics, layerOpener, layers),
       controlFile(files, diagnostics, variables, spatialCommands),

@@ -4,6 +4,7 @@
 
 #include "platform/support.hpp"
 #include "text/blank_padded.hpp"
+#include "text/transform.hpp"
 
 namespace nivaro {
 
@@ -21,9 +22,18 @@ void writeBanner(Module& module) {
                               .line2 = "Support: " + std::string(kSupportAddress)});
 }
 
+void warnOfFormat(Module& module, std::string_view word) {
+  module.diagnostics.deliver({.line1 = "WARNING 0438 - NIVARO_MESSAGE_LAYERS is \"" +
+                                       oneLine(trimmed(word)) +
+                                       "\", which is not \"mif\", \"shp\" or \"both\".",
+                              .line2 = "Messages layers are written as \"mif\"."});
+}
+
 }  // namespace
 
 void startUp(Module& module, const StartUpArguments& arguments) {
+  // Files that an earlier start-up left open; their units are about to be given away.
+  module.gisLayers.closeOpenLayers();
   module.console.line("");
   module.console.line("TRANSFERRED TO MORPHOLOGY MODULE");
   module.files.initFileUnits(kBaseUnit);
@@ -35,8 +45,14 @@ void startUp(Module& module, const StartUpArguments& arguments) {
 
   module.workspace.open(fileName(arguments.outputPrefix, "_mor.wor"), arguments.simulationName);
   module.gisSettings = arguments.gis;
-  module.layerMessages.setLayers(arguments.logPrefix, arguments.gis.checkLayerHeaderSource);
+  const auto format = messageLayersFormat(arguments.messageLayers);
+  module.layerMessages.setLayers(arguments.logPrefix, arguments.gis.checkLayerHeaderSource,
+                                 format.value_or(gis::LayerFormat::Mif));
   module.dataset.open(fileName(arguments.outputPrefix, "_morDH.dat"));
+
+  if (!format) warnOfFormat(module, arguments.messageLayers);
+  if (format.value_or(gis::LayerFormat::Mif) != gis::LayerFormat::Mif)
+    module.gisLayers.openProject(fileName(arguments.logPrefix, "_messages.qgs"));
 }
 
 }  // namespace nivaro

@@ -12,6 +12,7 @@ struct StartUpArguments {
   std::string_view outputPrefix;  // folder and base name of workspace and dataset
   std::string_view logPrefix;     // folder and base name of the log
   GisSettings gis;
+  std::string_view messageLayers = "";  // format of the messages layers: a word of the user's
 };
 
 void startUp(Module& module, const StartUpArguments& arguments);

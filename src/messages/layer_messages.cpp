@@ -4,6 +4,7 @@
 
 #include "messages/gis/mif_text.hpp"
 #include "text/blank_padded.hpp"
+#include "text/transform.hpp"
 
 namespace nivaro {
 
@@ -11,6 +12,7 @@ namespace {
 
 // The widest character column that desktop GIS programs take, and the link of the record.
 constexpr int kMessageWidth = 254;
+constexpr int kMessageFields = 4;  // hold the longest text in a shapefile's table
 constexpr int kLinkWidth = sizeof(MessageRecord::reference_link);
 
 constexpr std::string_view kLineBreak = "\\n";  // as MapInfo writes one inside a text
@@ -52,16 +54,33 @@ std::string attributes(const MessageRecord& record) {
 
 }  // namespace
 
+std::optional<gis::LayerFormat> messageLayersFormat(std::string_view word) {
+  struct Row {
+    std::string_view word;
+    gis::LayerFormat format;
+  };
+  constexpr Row kWords[] = {{"", gis::LayerFormat::Mif},
+                            {"mif", gis::LayerFormat::Mif},
+                            {"shp", gis::LayerFormat::Shape},
+                            {"both", gis::LayerFormat::Both}};
+  for (const auto& [known, format] : kWords)
+    if (lowerCase(stripped(word)) == known) return format;
+  return std::nullopt;
+}
+
 LayerMessages::LayerMessages(gis::LayerTable& layers) : layers_(layers) {}
 
-void LayerMessages::setLayers(std::string_view prefix, std::string_view coordSys) {
+void LayerMessages::setLayers(std::string_view prefix, std::string_view coordSys,
+                              gis::LayerFormat format) {
   prefix_ = trimmed(prefix);
   coordSys_ = trimmed(coordSys);
+  format_ = format;
 }
 
 void LayerMessages::place(const MessagePlacement& placement, MessageRecord& record) {
   openWhereNeeded(placement.layer, record);
-  const bool isMif = layers_.format(placement.layer) == gis::LayerFormat::Mif;
+  const gis::LayerFormat format = layers_.format(placement.layer);
+  const bool isMif = format == gis::LayerFormat::Mif || format == gis::LayerFormat::Both;
   // Only MIF labels have line breaks; screen and log then show the message as the layer does.
   if (!isMif) record.one_line_flag = logical(true);
 
@@ -85,10 +104,12 @@ void LayerMessages::openWhereNeeded(std::int32_t layer, const MessageRecord& rec
   // An identifier that names no slot is left to the layer table, which ends the run for it.
   if (layer < 1 || layer > gis::LayerTable::kLayers || layers_.isOpen(layer)) return;
   gis::LayerSettings settings;
+  settings.format = format_;
   settings.name = prefix_ + (layer == record.message_layer ? "_messages" : "_messages_check");
-  settings.columns = {{"Message", gis::ColumnType::Char, kMessageWidth},
+  settings.columns = {{"Message", gis::ColumnType::Char, kMessageWidth, 0, kMessageFields},
                       {"Link", gis::ColumnType::Char, kLinkWidth}};
   settings.coordSys = coordSys_;
+  settings.lines = settings.regions = false;  // a message is a point among shapes
   layers_.gisOpenLayer(layer, settings);
 }
 

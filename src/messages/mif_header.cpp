@@ -1,7 +1,10 @@
 #include "messages/mif_header.hpp"
 
+#include <algorithm>
+
 #include "platform/letters.hpp"
 #include "text/keyword.hpp"
+#include "text/transform.hpp"
 
 namespace nivaro {
 namespace {
@@ -23,6 +26,31 @@ void findProjectionLine(Unit& mif, std::string& line, Diagnostics& diagnostics) 
     return;
   }
   diagnostics.deliver({.line1 = "WARNING 0306 - Problems finding CoordSys line in .mif file"});
+}
+
+gis::ObjectKind findGeometry(Unit& mif) {
+  struct Row {
+    std::string_view word;
+    gis::ObjectKind kind;
+  };
+  using enum gis::ObjectKind;
+  constexpr Row kWords[] = {{"POINT", Point},   {"MULTIPOINT", Point}, {"TEXT", Point},
+                            {"LINE", Polyline}, {"PLINE", Polyline},   {"ARC", Polyline},
+                            {"REGION", Region}, {"RECT", Region},      {"ROUNDRECT", Region},
+                            {"ELLIPSE", Region}};
+  bool isInHeader = true;
+  std::string_view line;
+  while (mif.readRecord(line) == ReadStatus::Ok) {
+    if (isInHeader) {
+      isInHeader = !flagExists(line, "Data");
+      continue;
+    }
+    const std::size_t start = std::min(line.find_first_not_of(" \t"), line.size());
+    const std::string text = upperCase(line.substr(start, kLineWidth));
+    for (const auto& [word, kind] : kWords)
+      if (text.starts_with(word)) return kind;
+  }
+  return None;
 }
 
 std::string normaliseHeaderLine(std::string_view line) {

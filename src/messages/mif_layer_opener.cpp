@@ -22,10 +22,12 @@ std::string pairName(const std::string& name) {
 }  // namespace
 
 MifLayerOpener::MifLayerOpener(FileUnits& files, Diagnostics& diagnostics, Termination& termination,
-                               WorkspaceList& workspace, const GisSettings& settings)
+                               WorkspaceList& workspace, gis::LayerTable& gisLayers,
+                               const GisSettings& settings)
     : files_(files),
       diagnostics_(diagnostics),
       workspace_(workspace),
+      gisLayers_(gisLayers),
       settings_(settings),
       saveDate_(files, diagnostics, termination) {}
 
@@ -37,7 +39,9 @@ LayerUnits MifLayerOpener::openInput(std::string_view name, LayerFiles files,
     const bool isLayer = files == LayerFiles::Pair || fileExt(opened) == ".mid";
     if (!isLayer) return units;
     workspace_.enter(fileNamePath(name), logUnit);
-    if (checkSaveDate(opened, units, logUnit)) return units;
+    if (!checkSaveDate(opened, units, logUnit)) continue;
+    if (Unit* mif = files_.find(units.mif)) listInProject(*mif);
+    return units;
   }
 }
 
@@ -90,6 +94,13 @@ void MifLayerOpener::checkProjection(Unit& mif) {
   report.line2 = "Use \"MI Projection Check == WARNING\" to change message to a WARNING.";
   report.blankLines = 1;
   diagnostics_.fatal(report);
+}
+
+void MifLayerOpener::listInProject(Unit& mif) {
+  if (!gisLayers_.hasProject()) return;
+  const gis::ObjectKind kind = findGeometry(mif);
+  mif.rewind();
+  gisLayers_.listInput(absolutePath(mif.path()), kind);
 }
 
 bool MifLayerOpener::checkSaveDate(const std::string& opened, LayerUnits& units,

@@ -3,7 +3,7 @@
 place in turn, memory runs out, standard streams are closed. What the host was told is written must be
 there afterwards, to strict readers.
 
-Usage: faults_test.py SHIM SCENARIO_HOST LAYER_HOST LONG_RUN_HOST [--every]
+Usage: faults_test.py SHIM SCENARIO_HOST LONG_RUN_HOST [--every]
 --every tries each byte of each file, and not only some.
 """
 import errno
@@ -20,11 +20,13 @@ import result_files
 sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 from program_test import ProgramTest  # noqa: E402
 
-SHIM = SCENARIO_HOST = LAYER_HOST = LONG_RUN_HOST = None
+SHIM = SCENARIO_HOST = LONG_RUN_HOST = None
 EVERY = False
 DONE = 7  # exit code of a host whose run came to its end
 EMPTY_LAYER = 'Version 300\nDelimiter ","\nColumns 1\n a Float\nData\n'
 
+NO_HEADER = "ERROR 0412 - Could not write header of GIS layer file"
+SHAPE = [NO_HEADER, 'ERROR 0439 - Writing .shp file object coordinates.\nFile "{file}": {reason}']
 CANNOT_WRITE = 'ERROR - Could not write file "{file}": {reason}.'
 # What a write error of each file makes of a run: the message that ends it (one of them), or that it
 # goes on.
@@ -34,20 +36,12 @@ EVERYTHING = {
     "_morDH.dat": [CANNOT_WRITE],
     "_mor_check.mif": [CANNOT_WRITE],
     "_mor_check.mid": [CANNOT_WRITE],
-    "_messages.mif": ["ERROR 0412 - Could not write header of GIS layer file",
-                      "ERROR 0439 - Writing .mif file object coordinates."],
+    "_messages.mif": [NO_HEADER, "ERROR 0439 - Writing .mif file object coordinates."],
     "_messages.mid": ["ERROR 0254 - Failed to write attribute data record for a message"],
-}
-SHAPE = ["ERROR 0412 - Could not write header of GIS layer file",
-         "ERROR 0439 - Writing .shp file object coordinates."]
-TABLE = ["ERROR 0412 - Could not write header of GIS layer file", "ERROR 0417 - Writing .dbf record."]
-LAYERS = {
-    ".mif": EVERYTHING["_messages.mif"],
-    ".mid": ["ERROR 0254 - Failed to write attribute data record for a thing"],
-    "_P.shp": SHAPE, "_L.shx": SHAPE, "_R.shp": SHAPE, "_P.shx": SHAPE,
-    "_P.dbf": TABLE, "_R.dbf": TABLE,
-    "_L.prj": SHAPE[:1],
-    ".qgs": ["ERROR 0437 - Could not write QGIS project file"],
+    "_messages_P.shp": SHAPE,
+    "_messages_P.shx": SHAPE,
+    "_messages_P.dbf": [NO_HEADER, 'ERROR 0417 - Writing .dbf record.\nFile "{file}": {reason}'],
+    "_messages.qgs": ['ERROR 0437 - Could not write QGIS project file "{file}".'],
 }
 
 
@@ -55,11 +49,11 @@ class Run:
     """A run of a host in a folder of its own, disturbed by the shim."""
 
     def __init__(self, folder, host, *arguments, standard_input=subprocess.DEVNULL,
-                 standard_output=subprocess.PIPE, limit=None, **faults):
+                 standard_output=subprocess.PIPE, limit=None, layers="both", **faults):
         self.folder = folder
         self.prefix = str(folder / "run")
-        environment = os.environ | {"FAULT_" + name.upper(): str(value)
-                                    for name, value in faults.items()}
+        environment = os.environ | {"NIVARO_MESSAGE_LAYERS": layers}
+        environment |= {"FAULT_" + name.upper(): str(value) for name, value in faults.items()}
         if faults:
             # The loader takes a blank in a path for its end.
             shim = folder / "fault_shim.so"
@@ -97,9 +91,6 @@ class FaultsTest(ProgramTest):
         super().setUp()
         self.control = self.write("control.mcf", "Slump Slope == 2\n")
         self.runs = 0
-        # Hosts that write all kinds of files, with what a write error of each makes of a run.
-        self.writers = (([SCENARIO_HOST, "everything", self.control], EVERYTHING),
-                        ([LAYER_HOST], LAYERS))
 
     def run_host(self, *command, code=None, **more):
         """A run in a new folder, which ends with this code."""
@@ -140,17 +131,17 @@ class WriteFaults(FaultsTest):
         step = 11 if size < 600 else size // 11
         return sorted({*range(0, size, step), 1, 2, size - 1, size})
 
-    def check_every_place(self, command, files):
-        whole_run = self.run_host(*command, code=DONE)
+    def test_disk_that_fails_under_any_file_of_a_run(self):
+        whole_run = self.run_everything(code=DONE)
         whole = whole_run.holds()
-        for suffix, messages in files.items():
+        for suffix, messages in EVERYTHING.items():
             size = os.path.getsize(whole_run.prefix + suffix)
             faults = [(call, error, place) for place in self.places(size)
                       for call, error in (("size", errno.ENOSPC), ("write", errno.EIO))]
             for call, error, place in [*faults, ("size", 0, size // 2)]:
                 with self.subTest(file=suffix, call=call, error=error, place=place):
-                    run = self.run_host(*command, file="run" + suffix, call=call, at=place,
-                                        errno=error)
+                    run = self.run_everything(file="run" + suffix, call=call, at=place,
+                                              errno=error)
                     if messages is None or (place == size and call == "size"):
                         self.assertEqual(run.code, DONE, run.shown)
                     # Bytes are written over: more of them are written than there are.
@@ -170,12 +161,6 @@ class WriteFaults(FaultsTest):
         log = pathlib.Path(run.prefix + ".mlf")
         if log.exists():
             self.assertTrue(any(text in log.read_text() for text in messages))
-
-    def test_disk_that_fails_under_any_file_of_a_run(self):
-        self.check_every_place(*self.writers[0])
-
-    def test_disk_that_fails_under_any_file_of_gis_layers(self):
-        self.check_every_place(*self.writers[1])
 
     def test_log_goes_on_when_the_disk_has_room_again(self):
         whole = self.run_everything()
@@ -197,14 +182,12 @@ class WriteFaults(FaultsTest):
                 self.check_held(run, whole, but="run.mlf")
 
     def test_writes_in_pieces_and_interrupted_leave_the_same_bytes(self):
-        for command, files in self.writers:
-            whole = self.run_host(*command)
-            for suffix in files:
-                run = self.run_host(*command, file="run" + suffix, piece=3, code=DONE)
-                bytes_of = [pathlib.Path(r.prefix + suffix).read_bytes() for r in (whole, run)]
-                same_folder = bytes_of[1].replace(run.folder.name.encode(),
-                                                  whole.folder.name.encode())
-                self.assertEqual(same_folder, bytes_of[0], suffix)
+        whole = self.run_everything()
+        for suffix in EVERYTHING:
+            run = self.run_everything(file="run" + suffix, piece=3, code=DONE)
+            bytes_of = [pathlib.Path(r.prefix + suffix).read_bytes() for r in (whole, run)]
+            same_folder = bytes_of[1].replace(run.folder.name.encode(), whole.folder.name.encode())
+            self.assertEqual(same_folder, bytes_of[0], suffix)
 
     def test_file_that_cannot_be_opened_is_waited_for(self):
         whole = self.whole()
@@ -257,15 +240,14 @@ class WriteFaults(FaultsTest):
         self.assertTrue(run.shown.endswith("run.mlf: No space left on device\n"), run.shown)
 
     def test_layer_whose_place_cannot_be_found_ends_the_run(self):
-        for command, files in self.writers:
-            whole = self.run_host(*command).holds()
-            for suffix in {"_messages.mid", ".mid", "_P.shp", "_L.shx", "_R.dbf", ".qgs"} & {*files}:
-                for at in (0, 1, 17):
-                    run = self.run_host(*command, file="run" + suffix, call="seek", at=at,
-                                        errno=errno.EIO)
-                    if run.code != DONE:  # the place of the end is known without the system
-                        self.check_ended(run, files[suffix])
-                    self.check_held(run, whole)
+        whole = self.whole()
+        for suffix in [suffix for suffix in EVERYTHING if "messages" in suffix]:
+            for at in (0, 1, 17):
+                run = self.run_everything(file="run" + suffix, call="seek", at=at, errno=errno.EIO)
+                if run.code != DONE:  # the place of the end is known without the system
+                    self.check_ended(run, [text.split("\n")[0].split("{")[0] for text in
+                                           EVERYTHING[suffix]])
+                self.check_held(run, whole)
 
 
 class StandardStreams(FaultsTest):
@@ -367,7 +349,7 @@ class Memory(FaultsTest):
                                           ("steps", self.control, "500", "morphology step"),
                                           ("flags", self.control, "2500", "dataset")):
             other = self.run_host(LONG_RUN_HOST, job, calls, "1", rows, "500",
-                                  malloc=1_000_000, code=1)
+                                  malloc=1_000_000, layers="mif", code=1)
             self.assertTrue(other.shown.endswith(
                 f"\nERROR - Could not allocate memory (RAM) for the {purpose}.\n\nClosing any "
                 "unclosed GIS layers...\n\nPress Enter to Close\n"), other.shown)
@@ -391,5 +373,5 @@ class Memory(FaultsTest):
 
 if __name__ == "__main__":
     EVERY = "--every" in sys.argv
-    SHIM, SCENARIO_HOST, LAYER_HOST, LONG_RUN_HOST = map(os.path.abspath, sys.argv[1:5])
+    SHIM, SCENARIO_HOST, LONG_RUN_HOST = map(os.path.abspath, sys.argv[1:4])
     unittest.main(argv=sys.argv[:1])

@@ -7,10 +7,12 @@ Usage: kill_test.py SCENARIO_HOST MORPHOLOGY_HOST [KILLS]
 import os
 import pathlib
 import random
+import struct
 import subprocess
 import sys
 import time
 import unittest
+from xml.etree import ElementTree
 
 import result_files
 
@@ -45,7 +47,8 @@ class KillTest(ProgramTest):
         """What a host said on standard error until it was killed, so long after its start or after
         its first line; it may have ended before."""
         host = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                                stderr=subprocess.PIPE)
+                                stderr=subprocess.PIPE,
+                                env=os.environ | {"NIVARO_MESSAGE_LAYERS": "both"})
         said = host.stderr.readline() if first_line else b""
         time.sleep(seconds)
         host.kill()
@@ -76,6 +79,14 @@ class KillTest(ProgramTest):
                 self.assertIn(f'"WARNING 2000 - scour number {number}"\n', label)
                 self.assertRegex(record, rf'^"WARNING 2000 - scour number {number}","http')
             self.assertEqual(len(result_files.mif_objects(prefix + "_mor_check")), 12)
+            points = result_files.shapes(prefix + "_messages_P")
+            self.assertGreaterEqual(len(points), told, kill)
+            for number, (point, record) in enumerate(points):
+                self.assertEqual(struct.unpack("<idd", point), (1, 10.0 + number, 20.0))
+                self.assertRegex(record, b"^ WARNING 2000 - scour number %d  .*https:" % number)
+            project = ElementTree.parse(prefix + "_messages.qgs").getroot()
+            self.assertEqual([layer.text for layer in project.iter("datasource")],
+                             [prefix + "_messages.mif", prefix + "_messages_P.shp"])
 
     def test_example_host(self):
         self.write("case.mcf", SAND + "Set Morphology Bed Limit Elevation == -0.01\n")
@@ -112,6 +123,8 @@ class KillTest(ProgramTest):
             if located:
                 placed = result_files.mif_objects(prefix + "_messages")
                 self.assertGreaterEqual(len(placed), located, kill)
+                shapes = result_files.shapes(prefix + "_messages_P")
+                self.assertGreaterEqual(len(shapes), located, kill)
                 # The first message names the log.
                 self.assertEqual(repr(placed[:located]).replace(f"/{kill:05}/", "/whole/"),
                                  repr(messages[:located]), kill)

@@ -57,6 +57,8 @@ def mif_objects(base):
 def shapes(base):
     """Pairs of content and attributes of a shapefile, in step with its index and its table."""
     parts = {}
+    if not os.path.exists(base + ".dbf"):
+        return []  # it is opened last
     for suffix in (".shp", ".shx", ".dbf"):
         with open(base + suffix, "rb") as file:
             parts[suffix] = file.read()

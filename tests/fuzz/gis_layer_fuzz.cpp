@@ -1,5 +1,5 @@
 // GIS layers written object by object: MIF pairs are read back, shapefiles are taken apart. Sections:
-// "layer" (shape, style, what is opened), "columns" (name, type, width, decimals on each line),
+// "layer" (shape, style, what is opened), "columns" (name, type, width, decimals, fields on each line),
 // "object" as often as wanted: a line of kind and first vertices, a line of coordinates, a line of
 // attributes, a line that is the label.
 #include <bit>
@@ -24,7 +24,7 @@ std::vector<Column> readColumns(std::string_view text) {
     if (flagExists(name, "data")) continue;
     Numbers numbers(line.substr(name.size()));
     columns.push_back({std::string(name), static_cast<ColumnType>(numbers.upTo(6)),
-                       numbers.upTo(300), numbers.upTo(20)});
+                       numbers.upTo(300), numbers.upTo(20), numbers.upTo(4)});
   }
   return columns;
 }

@@ -34,7 +34,8 @@ void setUp(FuzzModule& run, std::string_view text) {
   record.unlocated_spacing = numbers.real();
   record.label_box_width = numbers.real();
   record.label_height = numbers.real();
-  module.layerMessages.setLayers("run", numbers.flag() ? "CoordSys Earth" : "");
+  module.layerMessages.setLayers("run", numbers.flag() ? "CoordSys Earth" : "",
+                                 static_cast<gis::LayerFormat>(1 + numbers.upTo(2)));
 }
 
 void write(FuzzModule& run, std::string_view text) {

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Layers that GDAL writes, read by the module and compared cell by cell with what GDAL makes of
-them; and the module's check layer, read by GDAL.
+them; and the module's check layer and messages layers, read by GDAL, and its project by QGIS where
+PyQGIS is installed.
 
-Usage: gis_tools_test.py LIBRARY
+Usage: gis_tools_test.py LIBRARY SCENARIO_HOST
 """
 import array
 import csv
@@ -16,11 +17,28 @@ import subprocess
 import sys
 import tempfile
 import unittest
+from xml.etree import ElementTree
 
-LIBRARY = None
+LIBRARY = SCENARIO_HOST = None
 HOST = pathlib.Path(__file__).parent / "layer_host.py"
 TOOLS = ("ogr2ogr", "gdal_rasterize")
 SKIPPED = 77
+# The system's own, which has its packages. It leaves at once: QGIS has been seen to crash in its end.
+PYTHON_OF_QGIS = "/usr/bin/python3"
+READ_PROJECT = """
+import os, sys
+from qgis.core import QgsApplication, QgsProject
+application = QgsApplication([], False)
+application.initQgis()
+project = QgsProject.instance()
+print(project.read(sys.argv[1]))
+for layer in sorted(project.mapLayers().values(), key=lambda layer: layer.id()[-17:]):
+    group = project.layerTreeRoot().findLayer(layer.id()).parent()
+    print(group.name(), layer.name(), layer.isValid(), layer.geometryType(), layer.featureCount(),
+          layer.renderer().symbol().type(), sep=",")
+sys.stdout.flush()
+os._exit(0)
+"""
 
 ROWS, COLUMNS, SIZE = 40, 55, 7.5
 WIDTH, HEIGHT = COLUMNS * SIZE, ROWS * SIZE
@@ -173,6 +191,36 @@ class GisTools(unittest.TestCase):
                 self.assertEqual(run.returncode, 0, run.stdout)
                 self.check_features(grid)
 
+    def test_messages_as_shapefiles_in_a_project_with_the_layers_that_were_read(self):
+        folder = self.folder / "b\u00e4che"
+        folder.mkdir()
+        self.folder, self.prefix = folder, str(folder / "run")
+        self.write_layer([("Polygon", [[[0, 0], [2, 0], [2, 2], [0, 0]]])], GRIDS["along the axes"])
+        control = folder / "run.mcf"
+        control.write_text("Read MI Morphology D50 == Sand.MIF\n")
+        subprocess.run([SCENARIO_HOST, "everything", self.prefix, control], stdin=subprocess.DEVNULL,
+                       capture_output=True, env=os.environ | {"NIVARO_MESSAGE_LAYERS": "both"})
+
+        text = tool("ogr2ogr", "-f", "CSV", "-lco", "GEOMETRY=AS_WKT", "/vsistdout/",
+                    self.prefix + "_messages_P.shp")
+        rows = list(csv.reader(text.splitlines()))
+        self.assertEqual(rows[0], ["WKT", "Message", "Message_2", "Message_3", "Message_4", "Link"])
+        self.assertEqual([row[:3] for row in rows[1:]],
+                         [[f"POINT ({10 + k} 20)", f"WARNING 2000 - scour number {k}", ""]
+                          for k in range(20)])
+        project = self.prefix + "_messages.qgs"
+        sources = [e.text for e in ElementTree.parse(project).getroot().iter("datasource")]
+        self.assertEqual(sources, [str(folder / name) for name in
+                                   ("sand.mif", "run_messages.mif", "run_messages_P.shp")])
+        if subprocess.run([PYTHON_OF_QGIS, "-c", "import qgis.core"], capture_output=True).returncode:
+            self.skipTest("the project was not read by QGIS (Debian: python3-qgis)")
+        read = subprocess.run([PYTHON_OF_QGIS, "-c", READ_PROJECT, project], capture_output=True,
+                              text=True, env=os.environ | {"QT_QPA_PLATFORM": "offscreen"})
+        self.assertEqual(read.stdout.splitlines(),
+                         ["True", "Input Layers,sand,True,2,1,2",
+                          "Output Layers,run_messages,True,0,20,0",
+                          "Output Layers,run_messages_P,True,0,20,0"], read.stderr)
+
     def check_features(self, grid):
         text = tool("ogr2ogr", "-f", "CSV", "-lco", "GEOMETRY=AS_WKT", "/vsistdout/",
                     self.prefix + "_mor_check.mif")
@@ -212,7 +260,7 @@ def centre_line_cells(kind, coordinates):
 
 
 if __name__ == "__main__":
-    LIBRARY = os.path.abspath(sys.argv.pop(1))
+    LIBRARY, SCENARIO_HOST = map(os.path.abspath, (sys.argv.pop(1), sys.argv.pop(1)))
     if missing := [name for name in TOOLS if shutil.which(name) is None]:
         print(f"Skipped: {', '.join(missing)} of GDAL not found (Debian: gdal-bin)")
         sys.exit(SKIPPED)

@@ -1,5 +1,7 @@
 #include "interface/start_up.hpp"
 
+#include <filesystem>
+
 #include "platform/support.hpp"
 #include "support/test_module.hpp"
 
@@ -18,6 +20,38 @@ struct StartUp : testing::Test, test::TestModule {
   test::TempFolder folder;
   std::string prefix = folder.path("Run_01");
 };
+
+TEST_F(StartUp, AWordOfTheUserChoosesTheFormatOfTheMessagesLayers) {
+  const struct {
+    std::string_view word;
+    bool isMif, isShape, isUnknown;
+  } cases[] = {{"", true, false, false},
+               {"mif", true, false, false},
+               {" SHP ", false, true, false},
+               {"Both", true, true, false},
+               {"shape", true, false, true}};
+  record->message_layer = 1;
+  // As of a host that starts its next run in the same process: the layers are the new run's.
+  for (const auto& [word, isMif, isShape, isUnknown] : cases) {
+    SCOPED_TRACE(word);
+    const std::string run = prefix + std::string(word) + ".";
+    startUp(module, {.simulationName = "",
+                     .outputPrefix = run,
+                     .logPrefix = run,
+                     .gis = {},
+                     .messageLayers = word});
+    EXPECT_EQ(console.shows("WARNING 0438 - NIVARO_MESSAGE_LAYERS is \"" + std::string(word) +
+                            "\", which is not \"mif\", \"shp\" or \"both\".\n"),
+              isUnknown);
+    setField(record->line1, "ERROR - a");
+    module.messages.dmessageXy(0, 1.0, 2.0);
+
+    EXPECT_EQ(std::filesystem::exists(run + "_messages.mif"), isMif);
+    EXPECT_EQ(std::filesystem::exists(run + "_messages_P.shp"), isShape);
+    EXPECT_EQ(std::filesystem::exists(run + "_messages.qgs"), isShape);
+    EXPECT_FALSE(std::filesystem::exists(run + "_messages_L.shp"));  // messages are points
+  }
+}
 
 TEST_F(StartUp, OpensItsFilesAndWritesTheBanner) {
   const std::string banner =

@@ -36,9 +36,10 @@ class ProcessTest(ProgramTest):
     def name(self, path):
         return "Z:" + str(path).replace("/", "\\") if IS_WINDOWS else str(path)
 
-    def run_host(self, scenario, *arguments, answers=""):
+    def run_host(self, scenario, *arguments, answers="", environment=None):
         return subprocess.run([*HOST, scenario, self.prefix, *arguments], input=answers,
-                              stdout=subprocess.PIPE, text=True, timeout=60)
+                              stdout=subprocess.PIPE, text=True, timeout=60,
+                              env=os.environ | (environment or {}))
 
     def write(self, name, content):
         return self.name(super().write(name, content))
@@ -119,6 +120,13 @@ class ProcessTest(ProgramTest):
         # The last line may have reached the screen, which comes first, and not yet the log.
         self.assertGreaterEqual(log.count(b"one more record" + LINE_END), shown - 1)
         self.assertTrue(log.endswith(LINE_END))
+
+    def test_environment_chooses_the_format_of_the_messages_layers(self):
+        control = self.write("run.mcf", "Slump Slope == 2\n")
+        self.run_host("everything", control, environment={"NIVARO_MESSAGE_LAYERS": "shp"})
+        self.assertEqual(len(self.read("_messages_P.shx")), 100 + 20 * 8)
+        self.assertIn(b"run_messages_P.shp</datasource>", self.read("_messages.qgs"))
+        self.assertFalse(os.path.exists(self.run_files + "_messages.mif"))
 
     def test_output_folder_is_made_without_a_shell(self):
         self.set_run(self.folder / "a; touch b" / "$(c)" / "run")

@@ -64,36 +64,45 @@ std::string mifColumn(const Column& column) {
   return line + ")";
 }
 
-DbaseField dbaseField(const Column& column) {
+std::vector<DbaseField> dbaseFields(const Column& column) {
   const TypeRow& row = rowOf(column.type);
   DbaseField field{.name = cleanAttributeName(column.name).substr(0, kDbaseNameLength),
                    .type = row.dbaseLetter,
                    .length = row.ownLength,
                    .decimals = row.ownDecimals};
   // A stated width would make of these what no reader knows.
-  if (hasFixedLength(column.type)) return field;
-  if (column.width != 0) {
+  if (column.width != 0 && !hasFixedLength(column.type)) {
     field.length = column.width;
     field.decimals = column.type == ColumnType::Char ? 0 : column.decimals;
   }
-  return field;
+  std::vector<DbaseField> fields{field};
+  if (column.type != ColumnType::Char) return fields;
+  field.goesOn = true;
+  for (int number = 2; number <= column.tableFields; ++number) {
+    const std::string suffix = '_' + std::to_string(number);
+    field.name = fields.front().name.substr(0, kDbaseNameLength - suffix.size()) + suffix;
+    fields.push_back(field);
+  }
+  return fields;
 }
 
 std::string columnsFault(const std::vector<Column>& columns) {
   if (columns.empty()) return "there must be at least one column";
-  if (columns.size() > kMostFields) return "there are too many columns";
 
   // Names are compared as dBase has them, cut and without regard to case.
   std::set<std::string> names;
   int recordLength = 1;  // the deletion flag
+  std::size_t fieldCount = 0;
   for (const Column& column : columns) {
-    const DbaseField field = dbaseField(column);
     if (stripped(column.name).empty()) return "a column has no name";
-    if (!names.insert(upperCase(field.name)).second)
-      return "column names must differ in their first 10 characters";
-    if (std::string fault = fieldFault(field); !fault.empty()) return fault;
-    recordLength += field.length;
-    if (recordLength > kLongestRecord) return "a record must be at most 32767 characters long";
+    for (const DbaseField& field : dbaseFields(column)) {
+      if (++fieldCount > kMostFields) return "there are too many columns";
+      if (!names.insert(upperCase(field.name)).second)
+        return "column names must differ in their first 10 characters";
+      if (std::string fault = fieldFault(field); !fault.empty()) return fault;
+      recordLength += field.length;
+      if (recordLength > kLongestRecord) return "a record must be at most 32767 characters long";
+    }
   }
   return "";
 }

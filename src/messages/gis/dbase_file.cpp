@@ -1,6 +1,8 @@
 #include "messages/gis/dbase_file.hpp"
 
+#include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "messages/gis/byte_buffer.hpp"
 #include "platform/list_input.hpp"
@@ -26,10 +28,20 @@ std::string fieldContent(const DbaseField& field, std::string_view value) {
   return std::string(length - number.size(), ' ') + std::string(number);
 }
 
+// How much of a text a field of this length takes where others go on with it. Readers drop the blanks
+// at both ends of a field, so the text is parted where it has none.
+std::size_t partLength(std::string_view text, std::size_t length) {
+  if (text.size() <= length) return text.size();
+  for (std::size_t part = length; part > 0; --part)
+    if (text[part - 1] != ' ' && text[part] != ' ') return part;
+  return length;
+}
+
 }  // namespace
 
 DbaseTable::DbaseTable(const std::vector<Column>& columns) {
-  for (const Column& column : columns) fields_.push_back(dbaseField(column));
+  for (const Column& column : columns)
+    for (DbaseField& field : dbaseFields(column)) fields_.push_back(std::move(field));
 }
 
 std::uint64_t DbaseTable::recordLength() const {
@@ -76,10 +88,20 @@ bool DbaseTable::addRecord(Unit* file, std::string_view attributes) {
   ByteBuffer record;
   record.text(" ");  // not deleted
   ListInput values(attributes);
-  for (const DbaseField& field : fields_) {
-    std::string value;  // stays blank where the record has fewer values than the table has fields
-    values.read(value);
-    record.text(fieldContent(field, std::string_view(value).substr(0, kLongestValue)));
+  std::string value;
+  std::string_view rest;  // of a text that several fields hold
+  for (std::size_t i = 0; i < fields_.size(); ++i) {
+    const DbaseField& field = fields_[i];
+    if (!field.goesOn) {
+      value.clear();  // stays blank where the record has fewer values than the table has columns
+      values.read(value);
+      rest = value;
+    }
+    const bool isLast = i + 1 == fields_.size() || !fields_[i + 1].goesOn;
+    const std::size_t part =
+        isLast ? kLongestValue : partLength(rest, static_cast<std::size_t>(field.length));
+    record.text(fieldContent(field, rest.substr(0, part)));
+    rest.remove_prefix(std::min(part, rest.size()));
   }
   record.byte(kEndOfFile);
 

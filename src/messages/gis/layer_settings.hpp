@@ -9,7 +9,7 @@
 
 namespace nivaro::gis {
 
-enum class LayerFormat : std::int32_t { None = 0, Mif = 1, Shape = 2 };
+enum class LayerFormat : std::int32_t { None = 0, Mif = 1, Shape = 2, Both = 3 };
 
 struct LayerSettings {
   LayerFormat format = LayerFormat::Mif;

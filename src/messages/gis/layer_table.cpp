@@ -14,6 +14,10 @@ namespace nivaro::gis {
 
 namespace {
 
+constexpr const char* kMif = ".mif";
+constexpr const char* kShape = ".shp";
+constexpr std::int32_t kInputCode = 1;
+
 std::string withContact(std::string_view text) {
   return std::string(text) + std::string(kSupportAddress);
 }
@@ -45,32 +49,31 @@ void LayerTable::gisOpenLayer(std::int32_t layer, const LayerSettings& settings)
     report_.stop({"ERROR 0413 - Columns of GIS layer \"" + correctSlash(settings.name) +
                   "\" are not valid: " + fault + "."});
   }
-  const bool isShape = settings.format == LayerFormat::Shape;
-  const std::string fileName = settings.name + (isShape ? ".shp" : ".mif");
-  requireFreeName(settings.name, fileName);
-
   // The slot is taken when all files are there: a layer opened in part is none to close.
   Layer opened;
-  opened.fileName = fileName;
+  opened.name = settings.name;
   opened.projectCode = settings.projectCode;
-  const MaybeFailure failure = isShape ? opened.shapes.emplace(files_).open(settings)
-                                       : opened.mif.emplace(files_).open(settings);
+  if (settings.format != LayerFormat::Shape) opened.mif.emplace(files_);
+  if (settings.format != LayerFormat::Mif) opened.shapes.emplace(files_);
+  requireFreeName(opened);
+  MaybeFailure failure;
+  if (opened.mif) failure = opened.mif->open(settings);
+  if (!failure && opened.shapes) failure = opened.shapes->open(settings);
   if (failure) report_.stop(*failure);
   layers_[static_cast<std::size_t>(layer - 1)].emplace(std::move(opened));
 }
 
 // The opening dialogue would offer to close the other layer's files under it.
-void LayerTable::requireFreeName(const std::string& name, const std::string& fileName) {
+void LayerTable::requireFreeName(const Layer& opened) {
   const bool isTaken = std::any_of(layers_.begin(), layers_.end(), [&](const auto& other) {
-    return other && upperCase(other->fileName) == upperCase(fileName);
+    return other && upperCase(other->name) == upperCase(opened.name) &&
+           ((other->mif && opened.mif) || (other->shapes && opened.shapes));
   });
-  if (isTaken || stripped(name).empty()) report_.stop(openFailure(fileName));
+  if (isTaken || stripped(opened.name).empty())
+    report_.stop(openFailure(opened.name + (opened.mif ? kMif : kShape)));
 }
 
 void LayerTable::openProject(std::string_view path) {
-  // What an earlier project listed is still to be listed in this one.
-  for (std::optional<Layer>& layer : layers_)
-    if (layer) layer->listed.clear();
   if (const MaybeFailure failure = project_.open(path)) report_.stop(*failure);
 }
 
@@ -96,7 +99,9 @@ bool LayerTable::isOpen(std::int32_t layer) const {
 
 LayerFormat LayerTable::format(std::int32_t layer) const {
   if (!isOpen(layer)) return LayerFormat::None;
-  return layers_[static_cast<std::size_t>(layer - 1)]->mif ? LayerFormat::Mif : LayerFormat::Shape;
+  const Layer& found = *layers_[static_cast<std::size_t>(layer - 1)];
+  if (found.mif && found.shapes) return LayerFormat::Both;
+  return found.mif ? LayerFormat::Mif : LayerFormat::Shape;
 }
 
 void LayerTable::setStyle(std::int32_t layer, std::string_view line1, std::string_view line2) {
@@ -113,8 +118,9 @@ void LayerTable::gisWriteObject(std::int32_t id, const Object& object) {
     stop(layer, {withContact("ERROR 0350 - Trying to write a MIF object that is not yet supported."
                              "  Please contact ")});
   }
-  const MaybeFailure failure =
-      layer.mif ? layer.mif->writeObject(object) : layer.shapes->writeObject(object);
+  MaybeFailure failure;
+  if (layer.mif) failure = layer.mif->writeObject(object);
+  if (!failure && layer.shapes) failure = layer.shapes->writeObject(object);
   if (failure) stop(layer, *failure);
   listInProject(layer, object);
 }
@@ -122,8 +128,9 @@ void LayerTable::gisWriteObject(std::int32_t id, const Object& object) {
 void LayerTable::gisWriteRecord(std::int32_t id, const Object& object,
                                 std::string_view attributes) {
   Layer& layer = require(id, "gisWriteRecord");
-  const MaybeFailure failure = layer.mif ? layer.mif->writeRecord(object, attributes)
-                                         : layer.shapes->writeRecord(object, attributes);
+  MaybeFailure failure;
+  if (layer.mif) failure = layer.mif->writeRecord(object, attributes);
+  if (!failure && layer.shapes) failure = layer.shapes->writeRecord(object, attributes);
   if (failure) stop(layer, *failure);
 }
 
@@ -141,17 +148,20 @@ void LayerTable::requireOrderedParts(std::int32_t id, const Object& object) {
 
 // A file is listed with its first object, since only that tells how it is to be drawn. Each file of
 // a shapefile layer is a layer of its own to the project.
-void LayerTable::listInProject(Layer& layer, const Object& object) {
+void LayerTable::listInProject(const Layer& layer, const Object& object) {
   if (!project_.isOpen() || !isDrawable(object)) return;
-  std::string file = layer.fileName;
-  if (layer.shapes) {
-    const std::string base = file.substr(0, file.size() - std::string_view(".shp").size());
-    file = base + std::string(subLayerSuffix(object.kind)) + ".shp";
-  }
-  if (std::find(layer.listed.begin(), layer.listed.end(), file) != layer.listed.end()) return;
-  layer.listed.push_back(file);
-  if (const MaybeFailure failure = project_.add({file, object.kind, layer.projectCode}))
-    report_.stop(*failure);
+  if (layer.mif) list({layer.name + kMif, object.kind, layer.projectCode});
+  if (!layer.shapes) return;
+  const std::string suffix(subLayerSuffix(object.kind));
+  list({layer.name + suffix + kShape, object.kind, layer.projectCode});
+}
+
+void LayerTable::listInput(const std::string& file, ObjectKind kind) {
+  list({file, kind, kInputCode});
+}
+
+void LayerTable::list(const ProjectEntry& entry) {
+  if (const MaybeFailure failure = project_.add(entry)) report_.stop(*failure);
 }
 
 // The layer cannot be completed either; closing it says nothing more.
@@ -173,6 +183,10 @@ void LayerTable::gisCloseLayer(std::int32_t id) {
 
 void LayerTable::gisCloseAll() {
   report_.print(1, {"Closing any unclosed GIS layers..."});
+  closeOpenLayers();
+}
+
+void LayerTable::closeOpenLayers() {
   MaybeFailure first;
   for (std::int32_t id = 1; id <= kLayers; ++id) {
     if (!isOpen(id)) continue;
@@ -187,9 +201,20 @@ void LayerTable::gisCloseAll() {
 // Closes the layer's files and frees its slot.
 MaybeFailure LayerTable::complete(std::int32_t id) {
   std::optional<Layer>& layer = layers_[static_cast<std::size_t>(id - 1)];
-  report_.print(1, {"Closing GIS Layer " + std::to_string(id) + " [" +
-                    correctSlash(layer->fileName) + "]..."});
-  const MaybeFailure failure = layer->mif ? layer->mif->close() : layer->shapes->close();
+  const auto tell = [&](const char* extension) {
+    report_.print(1, {"Closing GIS Layer " + std::to_string(id) + " [" +
+                      correctSlash(layer->name + extension) + "]..."});
+  };
+  MaybeFailure failure;
+  if (layer->mif) {
+    tell(kMif);
+    failure = layer->mif->close();
+  }
+  if (layer->shapes) {
+    tell(kShape);
+    const MaybeFailure other = layer->shapes->close();
+    if (!failure) failure = other;
+  }
   const bool isNews = failure && !layer->failureReported;
   layer.reset();
   return isNews ? failure : MaybeFailure();

@@ -39,8 +39,8 @@ class LayerTable {
   bool isOpen(std::int32_t layer) const;
   LayerFormat format(std::int32_t layer) const;  // None for a slot that is free or does not exist
 
-  // The two lines written after every object of a MIF layer; blank ones are not written. Other
-  // layers have no style.
+  // The two lines written after every object in a MIF file; blank ones are not written. Shapefiles
+  // have no style.
   void setStyle(std::int32_t layer, std::string_view line1, std::string_view line2);
 
   // The object, and then its attributes: comma-separated values, texts between double quotes. The
@@ -51,28 +51,33 @@ class LayerTable {
   // A layer that is not open is only reported.
   void gisCloseLayer(std::int32_t layer);
 
-  // Every open layer and the project; for the end of a run. A layer that cannot be completed does
-  // not keep the others from it.
+  // Every open layer and the project; for the end of a run, which is told so. A layer that cannot be
+  // completed does not keep the others from it.
   void gisCloseAll();
+  void closeOpenLayers();
 
   // Lists every layer from its first object on in a QGIS project.
   void openProject(std::string_view path);
+  bool hasProject() const { return project_.isOpen(); }
+
+  // Lists a layer of someone else's among the input layers, where there is a project.
+  void listInput(const std::string& file, ObjectKind kind);
 
  private:
   struct Layer {
-    std::string fileName;
+    std::string name;  // the path of its files without extension
     std::int32_t projectCode = 0;
     std::optional<MifLayer> mif;
     std::optional<ShapeLayer> shapes;
-    std::vector<std::string> listed;  // its files that are in the project
     bool failureReported = false;
   };
 
   Layer* find(std::int32_t layer);
   Layer& require(std::int32_t layer, std::string_view routine);
-  void requireFreeName(const std::string& name, const std::string& fileName);
+  void requireFreeName(const Layer& opened);
   void requireOrderedParts(std::int32_t layer, const Object& object);
-  void listInProject(Layer& layer, const Object& object);
+  void listInProject(const Layer& layer, const Object& object);
+  void list(const ProjectEntry& entry);
   MaybeFailure complete(std::int32_t layer);
   [[noreturn]] void stop(Layer& layer, const Failure& failure);
 

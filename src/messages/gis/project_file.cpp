@@ -120,6 +120,7 @@ std::string legendGroup(std::string_view name, std::string_view checked,
 MaybeFailure ProjectFile::open(std::string_view path) {
   if (auto failure = close()) return failure;
   path_ = path;
+  listed_.clear();
   inputIds_.clear();
   outputIds_.clear();
   tailOffset_ = 0;
@@ -128,7 +129,7 @@ MaybeFailure ProjectFile::open(std::string_view path) {
 }
 
 MaybeFailure ProjectFile::add(const ProjectEntry& entry) {
-  if (!isOpen()) return {};
+  if (!isOpen() || !listed_.insert(entry.file).second) return {};
   // The running number keeps layers apart that have the same name in different folders. It has the
   // 17 digits of the program's own identifiers, which takes no identifier of 10 characters or less.
   constexpr int kDigits = 17;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,8 +28,8 @@ class ProjectFile {
   MaybeFailure open(std::string_view path);
   bool isOpen() const { return unit_ != 0; }
 
-  // Adds the layer's element and its line in the legend. The file is a whole project after each
-  // call, so that a run that never closes it leaves one that opens.
+  // Adds the layer's element and its line in the legend, once for each file. The project is whole
+  // after each call, so that a run that never closes it leaves one that opens.
   MaybeFailure add(const ProjectEntry& entry);
 
   MaybeFailure close();
@@ -41,6 +42,7 @@ class ProjectFile {
   std::int32_t unit_ = 0;
   std::string path_;
   std::uint64_t tailOffset_ = 0;  // where the list of layers ends
+  std::set<std::string> listed_;  // files
   std::vector<std::string> inputIds_;
   std::vector<std::string> outputIds_;
 };

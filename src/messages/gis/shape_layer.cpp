@@ -1,5 +1,6 @@
 #include "messages/gis/shape_layer.hpp"
 
+#include "files/path.hpp"
 #include "messages/gis/layer_files.hpp"
 #include "platform/support.hpp"
 #include "text/blank_padded.hpp"
@@ -86,7 +87,7 @@ MaybeFailure ShapeLayer::writeObject(const Object& object) {
       return Failure{
           "ERROR 0350 - Trying to write a SHP object that is not yet supported.  Please contact " +
           std::string(kSupportAddress)};
-    if (!sub->geometry.add(unitsOf(*sub), object)) return shapeFailure();
+    if (!sub->geometry.add(unitsOf(*sub), object)) return withFile(shapeFailure(), *sub);
   }
   return {};
 }
@@ -96,8 +97,9 @@ MaybeFailure ShapeLayer::writeRecord(const Object& object, std::string_view attr
   if (subLayers.empty()) return tableFailure();
   for (SubLayer* sub : subLayers) {
     // The table first: readers pass over a record without a shape.
-    if (!sub->table.addRecord(files_.find(sub->dbfUnit), attributes)) return tableFailure();
-    if (!sub->geometry.writeHeaders(unitsOf(*sub))) return shapeFailure();
+    if (!sub->table.addRecord(files_.find(sub->dbfUnit), attributes))
+      return withFile(tableFailure(), *sub);
+    if (!sub->geometry.writeHeaders(unitsOf(*sub))) return withFile(shapeFailure(), *sub);
   }
   return {};
 }
@@ -113,9 +115,9 @@ MaybeFailure ShapeLayer::close() {
     // An object whose record is nowhere stays out of the headers, or readers find more in the index
     // than in the table.
     if (!hasRecords) {
-      if (!failure) failure = tableFailure();
+      if (!failure) failure = withFile(tableFailure(), sub);
     } else if (!sub.geometry.writeHeaders(unitsOf(sub)) && !failure) {
-      failure = shapeFailure();
+      failure = withFile(shapeFailure(), sub);
     }
     files_.closeFile(sub.shpUnit);
     files_.closeFile(sub.shxUnit);
@@ -131,6 +133,14 @@ std::vector<ShapeLayer::SubLayer*> ShapeLayer::subLayersFor(ObjectKind kind) {
   for (SubLayer& sub : subLayers_)
     if (kind == ObjectKind::None || sub.suffix == suffix) found.push_back(&sub);
   return found;
+}
+
+// The failure, with the file that has failed and its reason.
+Failure ShapeLayer::withFile(Failure failure, const SubLayer& sub) const {
+  for (const std::int32_t unit : {sub.shpUnit, sub.shxUnit, sub.dbfUnit})
+    if (const Unit* file = files_.find(unit); file != nullptr && !file->failure().empty())
+      failure.line2 = "File \"" + correctSlash(file->path()) + "\": " + file->failure();
+  return failure;
 }
 
 ShapeUnits ShapeLayer::unitsOf(const SubLayer& sub) const {

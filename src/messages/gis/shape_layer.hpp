@@ -44,6 +44,7 @@ class ShapeLayer {
 
   MaybeFailure openSubLayer(const LayerSettings& settings, std::string_view suffix, ShapeType type);
   std::vector<SubLayer*> subLayersFor(ObjectKind kind);
+  Failure withFile(Failure failure, const SubLayer& sub) const;
   ShapeUnits unitsOf(const SubLayer& sub) const;
 
   FileUnits& files_;
