@@ -152,6 +152,13 @@ TEST_F(EntryPoints, DomainWithoutAPlaceInTheWorkArraysEndsTheRun) {
   };
   for (const auto& [text, run] : calls)
     EXPECT_TRUE(showsAtItsEnd("Should not be here " + std::string(text), run)) << console.output;
+
+  values.writeValues = cells.writeValues = false;  // zeros are wanted, which need no place
+  EXPECT_EQ(test::exitCodeOf([&] {
+              writeDatasetValues(module, values);
+              writeCheckLayer(module, cells);
+            }),
+            -1);
 }
 
 }  // namespace
