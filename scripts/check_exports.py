@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Compares the names that leave the library in all places: version script, module definition file,
-public header, and the symbols that each built library shows.
+public header, and the symbols that each built library shows. Every routine passes call().
 
 Usage: check_exports.py LIBRARY...    shared (.so or .dll) or static (.a)
 """
@@ -33,6 +33,15 @@ def shown_symbols(library):
     return [row[2].split("@")[0] for row in rows if len(row) == 3]
 
 
+def routines_without_call():
+    """Those whose body begins neither with call() nor with a routine that does."""
+    for source in (ROOT / "src/exports").glob("*_exports.cpp"):
+        for name, first in re.findall(r"^\S+ ([A-Z]\w*)\([^)]*\) noexcept \{\s+(?:return )?(\w+)",
+                                      source.read_text(encoding="utf-8"), re.M):
+            if first != "call" and not first.isupper():
+                yield name
+
+
 def main():
     lists = {
         "version script": names_in(r"^    ([A-Z]\w*);", "src/exports/exports.map"),
@@ -50,6 +59,9 @@ def main():
         for name in sorted({n for n in names if names.count(n) > 1}):
             print(f"{name} stands twice in the {place}")
             errors += 1
+    for name in routines_without_call():
+        print(f"{name} does not pass call()")
+        errors += 1
     print(f"{len(everything)} names, {errors} errors")
     return 1 if errors else 0
 

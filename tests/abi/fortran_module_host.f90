@@ -23,7 +23,9 @@ program fortran_module_host
   call check(.not. csvcolumn('x,y', 'z', column) .and. column == 7, 'number left alone')
   call check(inside_polygon(1.0_real64, 2.0_real64, square, other, 6, 0.0_real64, [5], 1), 'arrays')
 
-  call find_dmessages()
+  call qvmor_initialise_s1('module', 'module', 'module', .false., '.tab', .false., 'module', ' ', &
+      ' ', .false.)
+  call check(dmessages%log_unit > 0, 'record from start-up on')
   call set_message_text(dmessages%line1, 'WARNING 0317 - from Fortran')
   call check(message_text(dmessages%line1) == 'WARNING 0317 - from Fortran', 'record text')
   call dmessage(-2)

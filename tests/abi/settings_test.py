@@ -25,7 +25,7 @@ class SettingsTest(unittest.TestCase):
 
     def test_every_setting_gives_the_same_bits(self):
         plain = self.bits(COMMAND, "plain")
-        for settings in ("trap", "up", "down", "zero", "flush", "x87", "flags"):
+        for settings in ("trap", "up", "down", "zero", "flush", "x87", "flags", "pending"):
             self.assertEqual(self.bits(COMMAND, settings), plain, settings)
         if OTHER and os.path.exists(OTHER):
             self.assertEqual(self.bits([OTHER], "plain"), plain)

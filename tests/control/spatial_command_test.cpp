@@ -135,7 +135,7 @@ TEST_F(SpatialCommand, RowsThatCannotBeReadEndTheRun) {
                       folder.path("cells.mid") + "\"\nNot two integers and a number: " + row))
         << console.output;
   }
-  folder.write("cells.mid", "3 3 2147483647.5\n3 3 -2147483649\n");
+  folder.write("cells.mid", "3 3 2147483647.5\n3 3 -2147483648.5\n3 3 -2147483649\n");
   EXPECT_THROW(read("Read MID Morphology Bed Code == cells.mid\n"), test::ProcessEnded);
   EXPECT_TRUE(shown("Its value is beyond the integers of 4 bytes: 3 3 -2147483649"));
 }
@@ -146,8 +146,8 @@ TEST_F(SpatialCommand, BoundsBeyondTheFieldWriteNothingOutsideIt) {
   grid.firstRowOffset = grid.secondRowOffset = 2;
   writeLayer(
       "Region 1\n 5\n-5000 -5000\n5000 -5000\n5000 5000\n-5000 5000\n-5000 -5000\n"
-      "Pline 2\n-900 -800\n900 1000\nPoint 165 265\nPoint 85 185\nPoint 135 255\n",
-      "1\n1\n1\n1\n3\n");
+      "Pline 2\n-900 -800\n900 1000\nPoint 165 265\nPoint 85 185\nPoint 135 255\nRegion 0\n",
+      "1\n1\n1\n1\n3\n1\n");
   folder.write("cells.mid", "9 2 1\n2 8 1\n1000 1000 1\n8 7 5\n");
   for (const bool active : {true, false}) {
     reserve(1, active);
@@ -157,6 +157,7 @@ TEST_F(SpatialCommand, BoundsBeyondTheFieldWriteNothingOutsideIt) {
     EXPECT_TRUE(guardsAreWhole()) << active;
     EXPECT_EQ(shown("are outside the 2D grid"), active);
     EXPECT_EQ(shown(" cells\n"), active);
+    EXPECT_TRUE(shown("WARNING 0318")) << "what is wrong with the layer is told in any case";
     if (!active) continue;
     EXPECT_EQ(d50(8, 7), 5.0);
     EXPECT_EQ(d50(8, 6), 3.0);

@@ -1,5 +1,7 @@
 #include "interface/entry_points.hpp"
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 #include "control/spatial_target.hpp"
@@ -129,25 +131,34 @@ TEST_F(EntryPoints, DomainWithoutAPlaceInTheWorkArraysEndsTheRun) {
     c.domain = domain;
     EXPECT_TRUE(showsAtItsEnd(text, [&] { runMorphology(module, c); })) << console.output;
   }
+  ControlFileCall file{};
   DatasetValuesCall values;
-  values.turn.domain = 2;
-  CheckLayerCall cells{};
-  cells.cells.domain = 2;
+  CheckLayerCall cells{}, outside{};
+  outside.cells.domain = -1;
+  file.domain = values.turn.domain = cells.cells.domain = 2;
   values.writeValues = cells.writeValues = true;
-  EXPECT_TRUE(showsAtItsEnd("here QVMOR_WRSMSF_DAT_RESULTS - domain 2 has no fields",
-                            [&] { writeDatasetValues(module, values); }));
-  EXPECT_TRUE(showsAtItsEnd("here QVMOR_WRMIFF - domain 2 has no fields",
-                            [&] { writeCheckLayer(module, cells); }));
-  std::int32_t nextReal = 2147483647;
-  std::int32_t nextInteger = 7;
-  EXPECT_TRUE(
-      showsAtItsEnd("domain 2 of 5 x 4 cells does not fit behind positions 2147483647 and 7, which "
-                    "count from 1 in "
-                    "4-byte integers",
-                    [&] {
-                      reserveFields(module, {2, true, 5, 4}, nextReal, nextInteger);
-                    }))
-      << console.output;
+  std::int32_t nextReal = 2147483647, nextInteger = 7;
+  const std::pair<const char*, std::function<void()>> calls[] = {
+      {"QVMOR_RDINPF - domain 2 has no fields", [&] { readControlFile(module, file); }},
+      {"QVMOR_WRSMSF_DAT_RESULTS - domain 2 has no fields",
+       [&] { writeDatasetValues(module, values); }},
+      {"QVMOR_WRMIFF - domain 2 has no fields", [&] { writeCheckLayer(module, cells); }},
+      {"QVMOR_WRMIFF - domain -1 is", [&] { writeCheckLayer(module, outside); }},
+      {"QVMOR_SETUP_S2 - domain 2 of 5 x 4 cells does not fit behind positions 2147483647 and 7, "
+       "which count from 1 in 4-byte integers",
+       [&] {
+         reserveFields(module, {2, true, 5, 4}, nextReal, nextInteger);
+       }},
+  };
+  for (const auto& [text, run] : calls)
+    EXPECT_TRUE(showsAtItsEnd("Should not be here " + std::string(text), run)) << console.output;
+
+  values.writeValues = cells.writeValues = false;  // zeros are wanted, which need no place
+  EXPECT_EQ(test::exitCodeOf([&] {
+              writeDatasetValues(module, values);
+              writeCheckLayer(module, cells);
+            }),
+            -1);
 }
 
 }  // namespace

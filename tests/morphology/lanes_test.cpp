@@ -69,6 +69,10 @@ TEST(Functions, AreRightToHalfALastPlaceAndInLanesToTwo) {
   EXPECT_LT(largestError(exponential, std::exp, any), half);
   EXPECT_LT(largestError(cubeRoot, std::cbrt, positive), half);
   EXPECT_LT(largestError([](double x) { return power(x, 24.5); }, steepPower, positive), half);
+  for (const double x : {0.0, 5e-324, 1e-310, std::numeric_limits<double>::infinity()})
+    EXPECT_EQ(logarithm(x), std::log(x));
+  for (const double x : {-1000.0, -745.0, -709.5, 709.5, 1000.0})
+    EXPECT_EQ(exponential(x), std::exp(x));
   for (const Processor processor : supportedProcessors()) {
     const StepKernel& kernel = stepKernel(processor);
     EXPECT_LT(largestError(kernel.logarithms, std::log, positive), 4.5e-16);

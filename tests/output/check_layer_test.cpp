@@ -171,8 +171,11 @@ TEST_F(CheckLayerTest, BlankSourceWarnsAndGivesPlaneCoordinatesAroundTheCellsOfA
   write(2, 3);
   expectBounds("        988.000,       2000.000) (       1016.000,       2028.000");
   frame.x0 = 1100.0;
+  frame.y0 = 2050.0;
   write(3, 3);
-  expectBounds("        988.000,       2000.000) (       1116.000,       2028.000");
+  expectBounds("        988.000,       2000.000) (       1116.000,       2078.000");
+  for (const std::int32_t domain : {1, 2}) write(domain, 2);  // another layer
+  expectBounds("       1088.000,       2050.000) (       1116.000,       2078.000");
 }
 
 TEST_F(CheckLayerTest, BoundsThatCannotBeReadEndTheRun) {

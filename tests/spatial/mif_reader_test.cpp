@@ -115,13 +115,17 @@ TEST_F(MifReaderTest, ReadsFilesThatOtherProgramsWrote) {
   ASSERT_TRUE(reader.findObjectSection(mif));
   EXPECT_THROW(sections(), ProcessEnded);  // an empty field before the tab
 
+  openFiles("Delimiter \" \"\nDATA\nPOINT 1 1\n", "6 8\n");
+  ASSERT_TRUE(reader.findObjectSection(mif));
+  EXPECT_EQ(sections(), "POINT 6: 1 1\n");
+
   openFiles("Delimiter \";\"\nData\nPoint 1 1\nPoint 2 2\n", "1,5\n1,5;2\n");
   ASSERT_TRUE(reader.findObjectSection(mif));
   EXPECT_THROW(sections(), ProcessEnded);
   EXPECT_TRUE(shown("\nRecord 2 of file \"" + mid.path() +
                     "\".\nIts fields are separated by \";\" instead of commas: 1,5;2\n"));
 
-  openFiles("DATA\nPOINT 1 1\nPOINT 2 2\n", "7,\"x\"\n \n \t\n\n   ");
+  openFiles("DATA\nPOINT 1 1\nPOINT 2 2\n", "7,\"x;y\"\n \n \t\n\n   ");
   ASSERT_TRUE(reader.findObjectSection(mif));
   EXPECT_EQ(sections(), "POINT 7: 1 1\n");
 }
