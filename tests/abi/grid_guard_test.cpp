@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "guarded_array.hpp"
+#include "support/guarded_array.hpp"
 #include "nivaro_morphology.h"
 
 namespace nivaro {

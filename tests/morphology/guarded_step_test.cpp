@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "guarded_array.hpp"
+#include "support/guarded_array.hpp"
 #include "morphology/morphology_step.hpp"
 #include "morphology/random_domain.hpp"
 #include "morphology/test_domain.hpp"
