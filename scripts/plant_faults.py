@@ -7,7 +7,7 @@ FILE    sources to plant in, or folders of them, below src; all of src when none
 --count how many faults (20), --seed which ones (1): the same seed plants the same faults as long
         as the sources stay as they are
 --tests the tests to run, as ctest -R takes them; unit and abi tests when it is not given
---build programs to build for them; everything when it is not given
+--build programs to build for them, in one word; everything when it is not given
 --list  only tells the faults
 
 A fault turns a relation, a logical or arithmetic operator, a constant or a sign around, or drops a
@@ -20,6 +20,7 @@ import dataclasses
 import pathlib
 import random
 import re
+import resource
 import shutil
 import subprocess
 import sys
@@ -39,7 +40,7 @@ KINDS = {
                  (r"(?<![\w.'])(\d+\.\d+)(?![\w.'])", lambda m: repr(float(m[1]) * 1.5 + 1))],
     "drop": [(r"^\s*(?!return|using|const|auto|struct|class|case|default|static|break|continue|"
               r"std::[\w<>:]+ \w|[\w:<>]+&? \w+[;({= ])[*+\w][^{}?]*;$", ";")],
-}  # fmt: skip
+}
 
 
 @dataclasses.dataclass
@@ -81,8 +82,9 @@ def choose(files, count, seed):
         count -= 1
 
 
-def run(*command):
-    return subprocess.run(command, capture_output=True, text=True, errors="replace")
+def run(*command, memory=resource.RLIM_INFINITY):
+    return subprocess.run(command, capture_output=True, text=True, errors="replace",
+                          preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (memory,) * 2))
 
 
 def build(targets):
@@ -98,7 +100,7 @@ def prepare(targets):
         ):
             shutil.copy(ROOT / item, copied)
     configured = run("cmake", "-S", str(COPY), "-B", str(COPY / "build"), "-G", "Ninja",
-                     "-DNIVARO_TESTS=ON", "-DNIVARO_WARNINGS_AS_ERRORS=OFF")  # fmt: skip
+                     "-DNIVARO_TESTS=ON", "-DNIVARO_WARNINGS_AS_ERRORS=OFF")
     built = build(targets)
     if configured.returncode or built.returncode:
         sys.exit(configured.stderr + built.stdout[-3000:])
@@ -106,7 +108,9 @@ def prepare(targets):
 
 def fallen(tests):
     chosen = ("-R", tests) if tests else ("-L", "unit|abi")
-    told = run("ctest", "--test-dir", str(COPY / "build"), *chosen, "-j2", "--timeout", "60").stdout
+    # A fault may make a loop endless, and fill the memory.
+    told = run("ctest", "--test-dir", str(COPY / "build"), *chosen, "-j2", "--timeout", "60",
+               memory=4 << 30).stdout
     return re.findall(r"^\s+\d+ - (\S+) \(", told, re.M)
 
 
@@ -129,12 +133,13 @@ def main():
     parser.add_argument("--count", type=int, default=20)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--tests")
-    parser.add_argument("--build", nargs="*", default=[])
+    parser.add_argument("--build", type=str.split, default=[])
     parser.add_argument("--list", action="store_true")
     parser.add_argument("files", nargs="*", default=["src"])
     arguments = parser.parse_args()
     named = [ROOT / name for name in arguments.files]
-    files = sorted(f.relative_to(ROOT) for n in named for f in ([n] if n.is_file() else n.rglob("*.?pp")))
+    found = {f for n in named for f in ([n] if n.is_file() else n.rglob("*.?pp"))}
+    files = sorted(f.relative_to(ROOT) for f in found)
     faults = choose(files, 10**6, arguments.seed)
     planted = 0
     if not arguments.list:

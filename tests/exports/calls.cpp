@@ -1,12 +1,11 @@
 #include "exports/calls.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <deque>
+#include <regex>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -83,30 +82,18 @@ class Reader {
   std::string text() {
     const std::size_t length = rest_.find('`');
     if (length == std::string_view::npos) isFine_ = false;
-    std::string_view quoted = rest_.substr(0, length);
+    const std::string quoted(rest_.substr(0, length));
     rest_.remove_prefix(std::min(quoted.size() + 1, rest_.size()));
+    static const std::regex code("\\{([0-9A-F]{1,2})(\\*([0-9]{1,4}))?\\}");
     std::string plain;
-    while (!quoted.empty()) {
-      const std::size_t brace = std::min(quoted.find('{'), quoted.size());
-      plain += quoted.substr(0, brace);
-      quoted.remove_prefix(brace);
-      unsigned code = 0, count = 1;
-      const char* const end = quoted.data() + quoted.size();
-      if (quoted.empty()) break;
-      auto [at, fault] = std::from_chars(quoted.data() + 1, end, code, 16);
-      if (fault == std::errc() && at < end && *at == '*')
-        std::tie(at, fault) = [&, from = at + 1] {
-          const auto read = std::from_chars(from, end, count);
-          return std::tuple(read.ptr, read.ec);
-        }();
-      if (fault != std::errc() || at == end || *at != '}' || code > 255 || count > 20000) {
-        isFine_ = false;
-        break;
-      }
-      plain.append(count, static_cast<char>(code));
-      quoted.remove_prefix(static_cast<std::size_t>(at + 1 - quoted.data()));
+    auto from = quoted.begin();
+    for (std::sregex_iterator at(from, quoted.end(), code), end; at != end; ++at) {
+      plain.append(from, (*at)[0].first);
+      plain.append((*at)[3].matched ? std::stoul((*at)[3]) : 1,
+                   static_cast<char>(std::stoul((*at)[1], nullptr, 16)));
+      from = (*at)[0].second;
     }
-    return plain;
+    return plain.append(from, quoted.end());
   }
 
   std::string_view rest_;
