@@ -58,7 +58,7 @@ class GuardedArray {
 
   // What lies between the array and the page that it does not touch is as it was.
   bool isAloneWritten() const {
-    const auto untouched = [](unsigned char byte) { return byte == kMark; };
+    const auto untouched = [](unsigned char found) { return found == kMark; };
     return std::all_of(first_, first_ + offset_, untouched) &&
            std::all_of(first_ + offset_ + count_ * sizeof(T), first_ + inner_, untouched);
   }
