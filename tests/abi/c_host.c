@@ -110,7 +110,7 @@ enum { record = 4 + 1 + 4 + flags + 4 * values };
 static void write_record(double time, const double* before, const double* zc, double depth_offset,
                          double* real_work, float* expected) {
   const int32_t one = 1, two = 2, skipped = 9, nn = n, last_i = n - 1, last_j = m - 1;
-  const int32_t point_count[1] = {points};
+  const int32_t point_counts[2] = {-1, points}; /* that of domain 1 is the second */
   const nivaro_logical yes = -1;
   const double no_offset = 0.0;
   double offset[cells];
@@ -136,7 +136,7 @@ static void write_record(double time, const double* before, const double* zc, do
     expected[p] = (float)(sum / 4.0);
   }
   expected[points] = 0.0F;
-  QVMOR_WRSMSF_DAT_RESULTS(&one, &one, point_count, NULL, &yes, &nn, NULL, &two, &two, &last_i,
+  QVMOR_WRSMSF_DAT_RESULTS(&one, &one, point_counts + 1, NULL, &yes, &nn, NULL, &two, &two, &last_i,
                            &last_j, point_i, point_j, NULL, real_work);
 }
 
