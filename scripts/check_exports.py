@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Compares the names that leave the library in all places: version script, module definition file,
-public header, and the symbols that each built library shows. Every routine passes call().
+public header, and the symbols that each built library shows. Each of them passes call() and has a row
+in the table of calls, or stands there with the file of its test, which names it.
 
 Usage: check_exports.py LIBRARY...    shared (.so or .dll) or static (.a)
 """
@@ -42,6 +43,15 @@ def routines_without_call():
                 yield name
 
 
+def untested(names):
+    table = (ROOT / "tests/exports/calls.txt").read_text(encoding="utf-8")
+    rows = " ".join(re.findall(r"^([A-Z][A-Z0-9_ ]+)\(", table, re.M)).split()
+    tests = dict(re.findall(r"^([A-Z]\w+): (.+)$", table, re.M))
+    for name in sorted(set(names) - set(rows) - {"DMESSAGES"}):
+        if not (name in tests and f"{name}(" in (ROOT / tests[name]).read_text(encoding="utf-8")):
+            yield name
+
+
 def main():
     lists = {
         "version script": names_in(r"^    ([A-Z]\w*);", "src/exports/exports.map"),
@@ -61,6 +71,9 @@ def main():
             errors += 1
     for name in routines_without_call():
         print(f"{name} does not pass call()")
+        errors += 1
+    for name in untested(everything):
+        print(f"{name} has no row in tests/exports/calls.txt")
         errors += 1
     print(f"{len(everything)} names, {errors} errors")
     return 1 if errors else 0

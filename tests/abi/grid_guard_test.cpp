@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "guarded_array.hpp"
 #include "nivaro_morphology.h"
+#include "support/guarded_array.hpp"
 
 namespace nivaro {
 namespace {

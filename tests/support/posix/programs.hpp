@@ -1,4 +1,4 @@
-// Programs of other makers as witnesses: what they say of a file.
+// Programs of other makers as witnesses, what they say of a file; and a test's own program once more.
 #pragma once
 
 #include <sys/wait.h>
@@ -13,6 +13,8 @@ struct Said {
   std::string text;  // both standard output and standard error
   int exitCode;
 };
+
+inline constexpr const char* kNoInput = "/dev/null";
 
 inline Said run(const std::string& command) {
   FILE* pipe = popen((command + " 2>&1").c_str(), "r");

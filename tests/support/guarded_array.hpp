@@ -1,15 +1,14 @@
 // Memory with pages behind and in front of it that nobody may touch.
 #pragma once
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstddef>
-#include <new>
+#include <memory>
 #include <span>
 #include <utility>
 #include <vector>
+
+#include "pages.hpp"
 
 namespace nivaro::test {
 
@@ -23,14 +22,12 @@ template <typename T>
 class GuardedArray {
  public:
   GuardedArray(std::size_t count, Edge edge, const T& value = T{}) : count_(count) {
-    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    const std::size_t page = pageSize();
     inner_ = (count * sizeof(T) + page - 1) / page * page;
     size_ = inner_ + 2 * page;
-    void* const map = mmap(nullptr, size_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (map == MAP_FAILED) throw std::bad_alloc();
-    map_ = static_cast<unsigned char*>(map);
+    map_ = reservePages(size_);
     first_ = map_ + page;
-    mprotect(first_, inner_, PROT_READ | PROT_WRITE);
+    allowUse(first_, inner_);
     std::fill_n(first_, inner_, kMark);
     offset_ = edge == Edge::Back ? inner_ - count * sizeof(T) : 0;
     std::uninitialized_fill_n(data(), count, value);
@@ -49,7 +46,7 @@ class GuardedArray {
     return *this;
   }
   ~GuardedArray() {
-    if (map_ != nullptr) munmap(map_, size_);
+    if (map_ != nullptr) releasePages(map_, size_);
   }
 
   T* data() const { return reinterpret_cast<T*>(first_ + offset_); }
@@ -57,11 +54,11 @@ class GuardedArray {
   std::span<T> all() const { return {data(), count_}; }
   std::vector<T> copy() const { return {data(), data() + count_}; }
 
-  void makeReadOnly() { mprotect(first_, inner_, PROT_READ); }
+  void makeReadOnly() { allowReading(first_, inner_); }
 
   // What lies between the array and the page that it does not touch is as it was.
   bool isAloneWritten() const {
-    const auto untouched = [](unsigned char byte) { return byte == kMark; };
+    const auto untouched = [](unsigned char found) { return found == kMark; };
     return std::all_of(first_, first_ + offset_, untouched) &&
            std::all_of(first_ + offset_ + count_ * sizeof(T), first_ + inner_, untouched);
   }
