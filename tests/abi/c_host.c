@@ -64,6 +64,7 @@ static void check_messages(void) {
 
   put_line1("WARNING 0317 - from C");
   DMESSAGE(&nowhere);
+  check(DMESSAGESADDRESS() == &DMESSAGES, "the record's address");
   check(DMESSAGES.warning_count == 1 && DMESSAGES.message_number == 317, "the shared record");
   check(DMESSAGES.line1[0] == ' ' && DMESSAGES.last_x == -99999.0, "the record is cleared");
   check(DMESSAGES.located_warning_count == 0, "DMESSAGE has no place");

@@ -1,6 +1,7 @@
 #include "exports/calls.hpp"
 
 #include <algorithm>
+#include <cfenv>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -143,6 +144,23 @@ struct Buffer {
   GuardedArray<T> array;
 };
 
+// A host that rounds upward gets the same results.
+class HostRounding {
+ public:
+  explicit HostRounding(bool upward) : mode_(upward ? FE_UPWARD : FE_TONEAREST) {
+    std::fesetround(mode_);
+  }
+  // Whether it still does; from then on rounding is to nearest.
+  bool end() const {
+    const bool isAsBefore = std::fegetround() == mode_;
+    std::fesetround(FE_TONEAREST);
+    return isAsBefore;
+  }
+
+ private:
+  int mode_;
+};
+
 // The buffers of one call, in the order of the parameters, and what is in them afterwards.
 class Call {
  public:
@@ -163,6 +181,10 @@ class Call {
       using Item = std::remove_const_t<std::remove_pointer_t<T>>;
       return nextBuffer<Item>(std::is_const_v<std::remove_pointer_t<T>>);
     }
+  }
+
+  void finished(const HostRounding& rounding) {
+    if (!rounding.end()) fault("the host's rounding is changed");
   }
 
   template <typename Number>
@@ -307,10 +329,15 @@ Routine routine(const char* name, Result (*exported)(Parameters...) noexcept) {
   return {name, parameters, [exported](const Row& row, const Layout& layout) {
             Call call(row, layout, givesText);
             const std::tuple<Parameters...> list{call.next<Parameters>()...};
-            if constexpr (std::is_void_v<Result>)
+            const HostRounding rounding(layout.edge == Edge::Front);
+            if constexpr (std::is_void_v<Result>) {
               std::apply(exported, list);
-            else
-              call.returned(std::apply(exported, list), row.result);
+              call.finished(rounding);
+            } else {
+              const Result result = std::apply(exported, list);
+              call.finished(rounding);
+              call.returned(result, row.result);
+            }
             return call.finish();
           }};
 }
