@@ -1,19 +1,15 @@
 #!/usr/bin/env python3
-"""Compares the names that leave the library in all places: version script, module definition file,
-public header, and the symbols that each built library shows.
+"""Compares the names that each built library shows with those that the public header declares.
 
 Usage: check_exports.py LIBRARY...    shared (.so or .dll) or static (.a)
 """
 import pathlib
-import re
 import subprocess
 import sys
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+from public_header import read_header
 
-
-def names_in(pattern, path):
-    return re.findall(pattern, (ROOT / path).read_text(encoding="utf-8"), re.M)
+HEADER = pathlib.Path(__file__).resolve().parent.parent / "include/nivaro_morphology.h"
 
 
 def export_table(library):
@@ -34,23 +30,13 @@ def shown_symbols(library):
 
 
 def main():
-    lists = {
-        "version script": names_in(r"^    ([A-Z]\w*);", "src/exports/exports.map"),
-        "definition file": names_in(r"^  ([A-Z]\w*)(?: DATA)?$", "src/exports/exports.def"),
-        "public header": names_in(r"^(?:extern )?NIVARO_API [\w *]+?\b([A-Z][A-Z0-9_]+)[;(]",
-                                  "include/nivaro_morphology.h"),
-    }
-    lists |= {library: shown_symbols(library) for library in sys.argv[1:]}
-    everything = set().union(*lists.values())
+    declared = sorted(read_header(HEADER).names)
     errors = 0
-    for place, names in lists.items():
-        for name in sorted(everything - set(names)):
-            print(f"{name} is missing in the {place}")
+    for library in sys.argv[1:]:
+        for name in sorted(set(declared) ^ set(shown_symbols(library))):
+            print(f"{name} is missing in the {HEADER.name if name not in declared else library}")
             errors += 1
-        for name in sorted({n for n in names if names.count(n) > 1}):
-            print(f"{name} stands twice in the {place}")
-            errors += 1
-    print(f"{len(everything)} names, {errors} errors")
+    print(f"{len(declared)} names, {errors} errors")
     return 1 if errors else 0
 
 
