@@ -13,8 +13,9 @@ HEADER = pathlib.Path(__file__).resolve().parent.parent / "include/nivaro_morpho
 
 
 def export_table(library):
-    listing = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", library], check=True,
-                             capture_output=True, text=True).stdout
+    listing = subprocess.run(
+        ["x86_64-w64-mingw32-objdump", "-p", library], check=True, capture_output=True, text=True
+    ).stdout
     table = listing.partition("[Ordinal/Name Pointer] Table\n")[2].partition("\n\n")[0]
     return [line.split()[-1] for line in table.splitlines()]
 
@@ -23,8 +24,9 @@ def shown_symbols(library):
     if library.endswith(".dll"):
         return export_table(library)
     table = "--extern-only" if library.endswith(".a") else "--dynamic"
-    listing = subprocess.run(["nm", table, "--defined-only", library], check=True,
-                             capture_output=True, text=True).stdout
+    listing = subprocess.run(
+        ["nm", table, "--defined-only", library], check=True, capture_output=True, text=True
+    ).stdout
     rows = [line.split() for line in listing.splitlines()]
     return [row[2].split("@")[0] for row in rows if len(row) == 3]
 

@@ -276,7 +276,10 @@ def parts(header: Header) -> dict[str, list[str]]:
 
 def main() -> None:
     header, template, module = map(pathlib.Path, sys.argv[1:])
-    made = parts(read_header(header))
+    try:
+        made = parts(read_header(header))
+    except ValueError as fault:
+        sys.exit(f"{header}: {fault}")
     lines: list[str] = []
     for line in template.read_text(encoding="utf-8").splitlines():
         part = line.strip().removeprefix("!@ ")

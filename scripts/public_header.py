@@ -144,9 +144,11 @@ def read_routine(name: str, result: str, code: str, comment: list[str], group: G
 def read_header(path: pathlib.Path) -> Header:
     code = path.read_text(encoding="utf-8")
     header = Header(variables=VARIABLE.findall(code))
-    record = RECORD.search(code)
-    for type_name, name, size, text in FIELD.findall(record[1] if record else ""):
+    record = "".join(RECORD.findall(code))
+    for type_name, name, size, text in FIELD.findall(record):
         header.fields.append(Field(name, type_name, int(size or 0), " ".join(text.split())))
+    if len(header.fields) != re.sub(r"/\*.*?\*/", "", record, flags=re.S).count(";"):
+        raise ValueError("a field of the record lacks its comment behind")
 
     group = Group("", [])
     comments: dict[str, list[str]] = {}
@@ -160,5 +162,5 @@ def read_header(path: pathlib.Path) -> Header:
         elif opening := GROUP.match(text):
             group = Group(opening[1], paragraphs(opening[2]))
     if len(header.routines) != len(re.findall(r"^NIVARO_API ", code, re.M)):
-        raise ValueError("a declaration has no comment, or is not a routine's")
+        raise ValueError("a routine lacks its comment in front or NIVARO_NOEXCEPT behind")
     return header
