@@ -133,6 +133,11 @@ def natural_form(argument: Argument) -> tuple[str, str]:
     return exported_form(argument)
 
 
+def has_fixed_size(argument: Argument) -> bool:
+    """A text without a hidden length, which a wrapper copies to a variable of its size."""
+    return argument.type == "char" and not argument.length
+
+
 def passed(argument: Argument, routine: Routine) -> str:
     """The actual argument with which a wrapper calls the exported form."""
     if routine.returns_text and argument is routine.arguments[0]:
@@ -145,9 +150,7 @@ def passed(argument: Argument, routine: Routine) -> str:
         return "c_null_ptr" if argument.type == "void" else "0_c_int32_t"
     if argument.type == "nivaro_logical":
         return f"c_loc({argument.name})" if argument.extents else f"as_word({argument.name})"
-    if argument.type == "char" and not argument.length:
-        return f"[character({argument.extents}) :: {argument.name}]"
-    return argument.name
+    return f"padded_{argument.name}" if has_fixed_size(argument) else argument.name
 
 
 def declarations(forms: Iterable[tuple[str, str]], depth: int) -> list[str]:
@@ -215,6 +218,9 @@ def wrapper(routine: Routine) -> list[str]:
     lines += declarations(map(natural_form, mine), 2)
     if is_function:
         lines.append(f"    {result_of(routine)} :: outcome")
+    padded = [a for a in mine if has_fixed_size(a)]
+    lines += [f"    character({a.extents}) :: padded_{a.name}" for a in padded]
+    lines += [f"    padded_{a.name} = {a.name}" for a in padded]
     if routine.name in BEFORE:
         lines.append(f"    {BEFORE[routine.name]}")
 
