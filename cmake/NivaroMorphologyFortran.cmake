@@ -2,7 +2,8 @@
 # compiled by the project's own compiler once for all its programs, and the library.
 # NivaroMorphology_FORTRAN_MODULE names its source.
 get_property(languages GLOBAL PROPERTY ENABLED_LANGUAGES)
-if(NOT Fortran IN_LIST languages OR TARGET NivaroMorphology::Fortran)
+if(NOT Fortran IN_LIST languages OR TARGET NivaroMorphology::Fortran
+   OR NOT EXISTS "${NivaroMorphology_FORTRAN_MODULE}")
   return()
 endif()
 set(module_folder ${CMAKE_CURRENT_BINARY_DIR}/nivaro_morphology_fortran)

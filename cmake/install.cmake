@@ -25,12 +25,12 @@ endif()
 
 # The declarations: the C header, and for Fortran hosts a module source that they compile themselves,
 # since compiled modules differ from compiler to compiler.
-install(DIRECTORY include/ DESTINATION include COMPONENT development)
+install(FILES ${NIVARO_HEADER} ${NivaroMorphology_FORTRAN_MODULE} DESTINATION include
+        COMPONENT development)
 
 # For other compilers of Windows: the import library of Microsoft's, and the list to make others from.
 if(WIN32)
-  install(FILES src/exports/exports.def DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
-          RENAME nivaro_morphology.def)
+  install(FILES ${NIVARO_INTERFACE}.def DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
   if(TARGET microsoft_import_library)
     install(FILES ${PROJECT_BINARY_DIR}/nivaro_morphology.lib DESTINATION ${CMAKE_INSTALL_LIBDIR}
             COMPONENT development)

@@ -19,6 +19,10 @@
  *    otherwise.
  *  - **Arrays**: indexed from 1, the first index varying fastest: element (i, j) of an n x m field
  *    lies (j - 1) * n + (i - 1) elements behind its first.
+ *  - **Brackets** at the start of an argument's description are its extents: [n, m] is an n x m
+ *    field, [3] are three elements, [nx, *] nx by as many as are used. A returned text fits whole
+ *    into as many characters as its brackets say.
+ *  - **Unused**: arguments called `unused` are not read and may be null pointers.
  *  - **Bed**: bed arrays hold bed depth below datum in metres, positive downward: the negative of
  *    the bed elevation. The bed change that the module reports is positive upward.
  *  - **Units**: SI, that is m, s, m/s, kg/m3. Bed transport is in kg/(s m).
@@ -123,9 +127,7 @@ NIVARO_API nivaro_messages* DMESSAGESADDRESS(void) NIVARO_NOEXCEPT;
 /** @} */
 
 /** \defgroup entry Morphology entry points
- *  Start-up, reading of the control file, and the step itself, in the order given on the main page.
- *  Grid arrays of a domain are n x m with the first index fastest. Arguments called `unused` are
- *  not read and may be null pointers.
+ *  Start-up, reading of the control file, and the step itself, in calling order.
  *  @{ */
 
 /** Start-up, the first call of all: opens the log (`log_prefix`.mlf), the MapInfo workspace
@@ -214,8 +216,8 @@ NIVARO_API void QVMOR_SETUP_S2(const nivaro_logical* active, const int32_t* doma
  *  \param[in] dy  cell size along local y, the first index, m
  *  \param[in] angle  direction of local x, radians counter-clockwise from the map's x
  *  \param[in] x0, y0  origin of the grid on the map, m
- *  \param[in,out] real_work  the whole real work array, from its position 1 on
- *  \param[in,out] integer_work  the whole integer work array, from its position 1 on
+ *  \param[in,out] real_work  [*] the whole real work array, from its position 1 on
+ *  \param[in,out] integer_work  [*] the whole integer work array, from its position 1 on
  *  \param[in] unused19, unused20, unused21  not used
  *  \note Ends the run when the domain has no fields; a command is not known or its value cannot be
  *          read; a file is missing and nobody names another; a layer or table is wrong; files are
@@ -249,17 +251,17 @@ NIVARO_API void QVMOR_INIT_2D_DOMAIN(const int32_t* domain) NIVARO_NOEXCEPT;
  *  increasing index, levels upward, depths downward from the datum: water depth is level plus bed
  *  depth.
  *  \param[in] smoothing_flag, initialisation_flag, skip_flag  what to do, see above
- *  \param[in] wet_flags  n x m logicals, cell centres: the cell is wet
- *  \param[in] flow_flags  n x m logicals, cell centres: water flows through a wet cell whose
+ *  \param[in] wet_flags  [n, m] logicals, cell centres: the cell is wet
+ *  \param[in] flow_flags  [n, m] logicals, cell centres: water flows through a wet cell whose
  *          neighbour is dry
- *  \param[in] water_level  n x m, cell centres, m above datum
- *  \param[in] v2  n x m, velocity at the side between (i, j) and (i, j + 1), m/s
- *  \param[in] v1  n x m, velocity at the side between (i, j) and (i + 1, j), m/s
- *  \param[in,out] zpts  n x m, bed depth at the corner between (i, j) and (i + 1, j + 1), m below
+ *  \param[in] water_level  [n, m] cell centres, m above datum
+ *  \param[in] v2  [n, m] velocity at the side between (i, j) and (i, j + 1), m/s
+ *  \param[in] v1  [n, m] velocity at the side between (i, j) and (i + 1, j), m/s
+ *  \param[in,out] zpts  [n, m] bed depth at the corner between (i, j) and (i + 1, j + 1), m below
  *          datum
- *  \param[in,out] zc  n x m, bed depth at cell centres, m below datum
- *  \param[in,out] z2  n x m, bed depth at the sides of `v2`, m below datum
- *  \param[in,out] z1  n x m, bed depth at the sides of `v1`, m below datum
+ *  \param[in,out] zc  [n, m] bed depth at cell centres, m below datum
+ *  \param[in,out] z2  [n, m] bed depth at the sides of `v2`, m below datum
+ *  \param[in,out] z1  [n, m] bed depth at the sides of `v1`, m below datum
  *  \param[in] n, m  cells along the first and the second index, as reserved
  *  \param[in] first_i, first_j, last_i, last_j  the morphology area; one cell of the grid stays
  *          free on each side
@@ -272,8 +274,8 @@ NIVARO_API void QVMOR_INIT_2D_DOMAIN(const int32_t* domain) NIVARO_NOEXCEPT;
  *          the depth that the higher of their levels gives there
  *  \param[in] raise_factor  see `raise_switch`
  *  \param[in] unused26, unused27, unused28, unused29, unused30, unused31, unused32  not used
- *  \param[in,out] real_work  the whole real work array, from its position 1 on
- *  \param[in,out] integer_work  the whole integer work array, from its position 1 on
+ *  \param[in,out] real_work  [*] the whole real work array, from its position 1 on
+ *  \param[in,out] integer_work  [*] the whole integer work array, from its position 1 on
  *  \param[in] unused35, unused36, unused37  not used
  *  \param[in] domain  the domain, reserved before by QVMOR_SETUP_S2
  *  \note Ends the run when the domain has no fields. Numbers never end it: bad ones travel through
@@ -300,8 +302,8 @@ NIVARO_API void QVMORPHOLOGY(
  *  @{ */
 
 /** The dataset's header, once, before the first time record.
- *  \param[in] name  35 characters, padded with blanks, or fewer with a code of 0 behind them; no
- *          hidden length is read. Viewers show "DELH " and this text
+ *  \param[in] name  [35] viewers show "DELH " and this text, which is padded with blanks or ends at
+ *          a code of 0; it has no hidden length
  *  \note Ends the run when the file cannot be written (disk full). */
 NIVARO_API void QVMOR_WRSMSF_WRITE_HEADER(const char* name) NIVARO_NOEXCEPT;
 
@@ -313,9 +315,9 @@ NIVARO_API void QVMOR_WRSMSF_WRITE_HEADER(const char* name) NIVARO_NOEXCEPT;
  *  \param[in] time  output time, written by the rule of QVMOR_INITIALISE_S2
  *  \param[in] time_offset  used by that rule only
  *  \param[in] skipped_code  cells of this code have no flag in the file
- *  \param[in] cell_code  nx x anything, the code of each cell
- *  \param[in] cell_active  nx x anything logicals, the flag of each cell
- *  \param[in] depth_term1, depth_term2  nx x anything, compared with the flag depth threshold, m
+ *  \param[in] cell_code  [nx, *] the code of each cell
+ *  \param[in] cell_active  [nx, *] logicals, the flag of each cell
+ *  \param[in] depth_term1, depth_term2  [nx, *] compared with the flag depth threshold, m
  *  \param[in] nx  first dimension of the four arrays
  *  \param[in] unused11  not used
  *  \param[in] first_i, first_j, last_i, last_j  the range of cells written
@@ -335,16 +337,16 @@ NIVARO_API void QVMOR_WRSMSF_DAT_FLAGS(const int32_t* domain, const int32_t* las
  *  completes the record.
  *  \param[in] domain  1 to 100
  *  \param[in] last_domain  the last domain
- *  \param[in] point_counts  number of points of each domain, one element for each, domain 1 first
+ *  \param[in] point_counts  [*] number of points of each domain, one element for each, domain 1 first
  *  \param[in] unused4  not used
  *  \param[in] write_values  false, or a domain without morphology: the values are 0
  *  \param[in] nx  first dimension of the domain's fields
  *  \param[in] unused7  not used
  *  \param[in] first_i, first_j, last_i, last_j  the range of cells; one cell of the grid stays free
  *          on each side
- *  \param[in] point_i, point_j  the corners written, as many as the domain has points
+ *  \param[in] point_i, point_j  [*] the corners written, as many as the domain has points
  *  \param[in] unused14  not used
- *  \param[in,out] real_work  the whole real work array; the domain's corner field is overwritten
+ *  \param[in,out] real_work  [*] the whole real work array; the domain's corner field is overwritten
  *  \note Ends the run when the domain is not 1 to 100, has no fields where its values are wanted, or
  *          the file cannot be written. */
 NIVARO_API void QVMOR_WRSMSF_DAT_RESULTS(const int32_t* domain, const int32_t* last_domain,
@@ -373,21 +375,21 @@ NIVARO_API void QVMOR_WRSMSF_CLOSE(void) NIVARO_NOEXCEPT;
  *  line. The one for the last domain closes them.
  *  \param[in] domain  1 to 100
  *  \param[in] last_domain  the last domain
- *  \param[in] values  false, or a domain without morphology: the parameters are shown as 0
- *  \param[in] cell_code  nx x anything; cells of code 0 are left out
- *  \param[in] depth  nx x anything, bed depth, m below datum; the elevation shown is its negative
+ *  \param[in] write_values  false, or a domain without morphology: the parameters are shown as 0
+ *  \param[in] cell_code  [nx, *] cells of code 0 are left out
+ *  \param[in] depth  [nx, *] bed depth, m below datum; the elevation shown is its negative
  *  \param[in] nx  first dimension of both arrays
  *  \param[in] unused7  not used
  *  \param[in] first_i, first_j, last_i, last_j  the range of cells written
  *  \param[in] first_offset, second_offset  the index shown is offset + index - 2
  *  \param[in] x0, y0  lower corner of element (3, 3) on the map
  *  \param[in] step_a, step_b  cell size times cosine and sine of the direction of local x, m
- *  \param[in,out] real_work  the whole real work array
- *  \param[in,out] integer_work  the whole integer work array
+ *  \param[in,out] real_work  [*] the whole real work array
+ *  \param[in,out] integer_work  [*] the whole integer work array
  *  \note Ends the run when the domain is not 1 to 100 or has no fields where its values are wanted, a
  *          file cannot be created or written, or the bounds in the CoordSys line cannot be read. */
 NIVARO_API void QVMOR_WRMIFF(const int32_t* domain, const int32_t* last_domain,
-                             const nivaro_logical* values, const int32_t* cell_code,
+                             const nivaro_logical* write_values, const int32_t* cell_code,
                              const double* depth, const int32_t* nx, const void* unused7,
                              const int32_t* first_i, const int32_t* first_j, const int32_t* last_i,
                              const int32_t* last_j, const int32_t* first_offset,
@@ -455,7 +457,7 @@ NIVARO_API nivaro_logical COMMENTLINE(char* line, nivaro_length line_length) NIV
 
 /** Reads one item of the next record and skips the rest of the record.
  *  \param[in] unit  a unit of the module
- *  \param[out] buffer, buffer_length  the item
+ *  \param[in,out] buffer, buffer_length  the item; left alone where there is none
  *  \return true when none could be read: end of file, error, or no such unit */
 NIVARO_API nivaro_logical EOFLINEREAD(const int32_t* unit, char* buffer,
                                       nivaro_length buffer_length) NIVARO_NOEXCEPT;
@@ -566,13 +568,13 @@ NIVARO_API nivaro_logical POSITIVEINTEGERNUMBER(char* text,
                                                 nivaro_length text_length) NIVARO_NOEXCEPT;
 
 /** The text without single and double quotes.
- *  \param[out] result, result_length  the result
+ *  \param[out] result, result_length  [text_length] the result
  *  \param[in] text, text_length  the text */
 NIVARO_API void REMOVEQUOTES(char* result, nivaro_length result_length, const char* text,
                              nivaro_length text_length) NIVARO_NOEXCEPT;
 
 /** The text without any blank.
- *  \param[out] result, result_length  the result
+ *  \param[out] result, result_length  [text_length] the result
  *  \param[in] text, text_length  the text */
 NIVARO_API void REMOVESPACES(char* result, nivaro_length result_length, const char* text,
                              nivaro_length text_length) NIVARO_NOEXCEPT;
@@ -615,7 +617,7 @@ NIVARO_API double EXTRACTREAL(const char* line, const char* lowered_line, const 
 
 /** As EXTRACTINTEGER, for a text: without quotes and without blanks around, blank where there is no
  *  item.
- *  \param[out] result, result_length  the item
+ *  \param[out] result, result_length  [line_length] the item
  *  \param[in] line, line_length  the line
  *  \param[in] lowered_line, lowered_line_length  the same line in lower case
  *  \param[in] key, key_length  the key, in any letter case
@@ -627,7 +629,7 @@ NIVARO_API void EXTRACTSTRING(char* result, nivaro_length result_length, const c
                               nivaro_length key_length) NIVARO_NOEXCEPT;
 
 /** As EXTRACTSTRING, but behind a key the result is all that follows "=", commas included.
- *  \param[out] result, result_length  all items
+ *  \param[out] result, result_length  [line_length] all items
  *  \param[in] line, line_length  the line
  *  \param[in] lowered_line, lowered_line_length  the same line in lower case
  *  \param[in] key, key_length  the key, in any letter case
@@ -642,7 +644,7 @@ NIVARO_API void EXTRACTSTRINGREM(char* result, nivaro_length result_length, cons
  *  separates.
  *  \param[in] header, header_length  the header line; 100000 characters are looked at
  *  \param[in] name, name_length  the name
- *  \param[out] column  the position, from 1; left alone where there is no such field
+ *  \param[in,out] column  the position, from 1; left alone where there is no such field
  *  \return true when there is */
 NIVARO_API nivaro_logical CSVCOLUMN(const char* header, const char* name, int32_t* column,
                                     nivaro_length header_length,
@@ -651,7 +653,7 @@ NIVARO_API nivaro_logical CSVCOLUMN(const char* header, const char* name, int32_
 /** Real value of a field. Every comma separates.
  *  \param[in] line, line_length  the line
  *  \param[in] column  position of the field, from 1
- *  \param[out] value  the value; left alone where there is none
+ *  \param[in,out] value  the value; left alone where there is none
  *  \return 0 when it was read, -1 when the field is blank or missing, 1 when it is no number */
 NIVARO_API int32_t CSVVALUE(const char* line, const int32_t* column, double* value,
                             nivaro_length line_length) NIVARO_NOEXCEPT;
@@ -665,7 +667,7 @@ NIVARO_API int32_t NUMBEROFSUBSTRINGS(char* text, const char* separator, nivaro_
                                       nivaro_length separator_length) NIVARO_NOEXCEPT;
 
 /** A piece of a text between separators, without blanks around; blank where there are fewer.
- *  \param[out] result, result_length  the piece
+ *  \param[out] result, result_length  [text_length] the piece
  *  \param[in] text, text_length  the text
  *  \param[in] separator, separator_length  the separator without its trailing blanks; blank: one
  *          blank
@@ -706,26 +708,26 @@ NIVARO_API nivaro_logical CHECKINT4(const char* text, int32_t* value,
  *  @{ */
 
 /** The digits of an integer, behind a minus sign where it is negative.
- *  \param[out] result, result_length  the text
+ *  \param[out] result, result_length  [20] the text
  *  \param[in] value  the integer */
 NIVARO_API void AINTEGER(char* result, nivaro_length result_length,
                          const int32_t* value) NIVARO_NOEXCEPT;
 
 /** As AINTEGER, of an 8-byte integer.
- *  \param[out] result, result_length  the text
+ *  \param[out] result, result_length  [20] the text
  *  \param[in] value  the integer, 8 bytes */
 NIVARO_API void AINTEGER8(char* result, nivaro_length result_length,
                           const int64_t* value) NIVARO_NOEXCEPT;
 
 /** As AINTEGER, with zeros in front of a value of 0 or more: 305 in 4 digits is "0305".
- *  \param[out] result, result_length  the text
+ *  \param[out] result, result_length  [20] the text
  *  \param[in] value  the integer
  *  \param[in] digits  least number of digits, 20 at most */
 NIVARO_API void AINTEGERPREC0(char* result, nivaro_length result_length, const int32_t* value,
                               const int32_t* digits) NIVARO_NOEXCEPT;
 
 /** As AINTEGERPREC0, of an 8-byte integer.
- *  \param[out] result, result_length  the text
+ *  \param[out] result, result_length  [20] the text
  *  \param[in] value  the integer, 8 bytes
  *  \param[in] digits  least number of digits, 20 at most */
 NIVARO_API void AINTEGER8PREC0(char* result, nivaro_length result_length, const int64_t* value,
@@ -733,40 +735,40 @@ NIVARO_API void AINTEGER8PREC0(char* result, nivaro_length result_length, const 
 
 /** A real with six decimals below 0.01, one less for each power of ten, none from 1000 on; trailing
  *  zeros go, the point stays: "0.25", "3.".
- *  \param[out] result, result_length  the text
+ *  \param[out] result, result_length  [20] the text
  *  \param[in] value  the real */
 NIVARO_API void AREAL(char* result, nivaro_length result_length,
                       const double* value) NIVARO_NOEXCEPT;
 
 /** As AREAL, with ten decimals below 1 and none from 1e9 on.
- *  \param[out] result, result_length  the text
+ *  \param[out] result, result_length  [20] the text
  *  \param[in] value  the real */
 NIVARO_API void AREAL8(char* result, nivaro_length result_length,
                        const double* value) NIVARO_NOEXCEPT;
 
 /** A real with a given number of decimals; none leaves the point.
- *  \param[out] result, result_length  the text
+ *  \param[out] result, result_length  [20] the text
  *  \param[in] value  the real
  *  \param[in] decimals  number of decimals */
 NIVARO_API void AREALD(char* result, nivaro_length result_length, const double* value,
                        const int32_t* decimals) NIVARO_NOEXCEPT;
 
 /** As AREALD, of a 4-byte real.
- *  \param[out] result, result_length  the text
+ *  \param[out] result, result_length  [20] the text
  *  \param[in] value  the real, 4 bytes
  *  \param[in] decimals  number of decimals */
 NIVARO_API void AREALD4(char* result, nivaro_length result_length, const float* value,
                         const int32_t* decimals) NIVARO_NOEXCEPT;
 
 /** The same as AREALD.
- *  \param[out] result, result_length  the text
+ *  \param[out] result, result_length  [20] the text
  *  \param[in] value  the real
  *  \param[in] decimals  number of decimals */
 NIVARO_API void AREALD8(char* result, nivaro_length result_length, const double* value,
                         const int32_t* decimals) NIVARO_NOEXCEPT;
 
 /** As AREALD, with zeros in front of a value of 0 or more.
- *  \param[out] result, result_length  the text
+ *  \param[out] result, result_length  [20] the text
  *  \param[in] value  the real
  *  \param[in] decimals  number of decimals
  *  \param[in] width  least number of characters, 20 at most */
@@ -780,37 +782,37 @@ NIVARO_API void AREALDPREC0(char* result, nivaro_length result_length, const dou
  *  @{ */
 
 /** The text without its leading blanks.
- *  \param[out] result, result_length  the result
+ *  \param[out] result, result_length  [text_length] the result
  *  \param[in] text, text_length  the text */
 NIVARO_API void TRIMF(char* result, nivaro_length result_length, const char* text,
                       nivaro_length text_length) NIVARO_NOEXCEPT;
 
 /** The text in upper case.
- *  \param[out] result, result_length  the result
+ *  \param[out] result, result_length  [text_length] the result
  *  \param[in] text, text_length  the text */
 NIVARO_API void UPPERCASE(char* result, nivaro_length result_length, const char* text,
                           nivaro_length text_length) NIVARO_NOEXCEPT;
 
 /** The text in lower case.
- *  \param[out] result, result_length  the result
+ *  \param[out] result, result_length  [text_length] the result
  *  \param[in] text, text_length  the text */
 NIVARO_API void LOWERCASE(char* result, nivaro_length result_length, const char* text,
                           nivaro_length text_length) NIVARO_NOEXCEPT;
 
 /** The text with every double quote doubled, for quoted fields.
- *  \param[out] result, result_length  the result
+ *  \param[out] result, result_length  [2 * text_length] the result
  *  \param[in] text, text_length  the text */
 NIVARO_API void DOUBLEQUOTE(char* result, nivaro_length result_length, const char* text,
                             nivaro_length text_length) NIVARO_NOEXCEPT;
 
 /** The text with "_" for every blank but the trailing ones; "Blank" for a blank text.
- *  \param[out] result, result_length  the result
+ *  \param[out] result, result_length  [max(5, text_length)] the result
  *  \param[in] text, text_length  the text */
 NIVARO_API void SPACETOUNDERSCORE(char* result, nivaro_length result_length, const char* text,
                                   nivaro_length text_length) NIVARO_NOEXCEPT;
 
 /** The text with everything but letters and digits replaced; "X" where nothing is left.
- *  \param[out] result, result_length  the result
+ *  \param[out] result, result_length  [max(1, text_length)] the result
  *  \param[in] text, text_length  the text
  *  \param[in] replacement, replacement_length  one character; the one of code 0, or none: what is
  *          replaced goes */
@@ -819,7 +821,7 @@ NIVARO_API void ALPHANUMERICONLY(char* result, nivaro_length result_length, cons
                                  nivaro_length replacement_length) NIVARO_NOEXCEPT;
 
 /** Letters, digits and "_" of the text, as column names want them; "X" where there are none.
- *  \param[out] result, result_length  the result
+ *  \param[out] result, result_length  [max(1, text_length)] the result
  *  \param[in] text, text_length  the text */
 NIVARO_API void CLEANATTRIBUTENAME(char* result, nivaro_length result_length, const char* text,
                                    nivaro_length text_length) NIVARO_NOEXCEPT;
@@ -830,7 +832,7 @@ NIVARO_API void CLEANATTRIBUTENAME(char* result, nivaro_length result_length, co
 NIVARO_API nivaro_logical BLANK(char* text, nivaro_length text_length) NIVARO_NOEXCEPT;
 
 /** The first 256 characters of a text.
- *  \param[out] result, result_length  the result
+ *  \param[out] result, result_length  [256] the result
  *  \param[in] text, text_length  the text */
 NIVARO_API void SS256(char* result, nivaro_length result_length, const char* text,
                       nivaro_length text_length) NIVARO_NOEXCEPT;
@@ -843,7 +845,7 @@ NIVARO_API int32_t LENSL(char* text, nivaro_length text_length) NIVARO_NOEXCEPT;
 
 /** Replaces the first occurrence of a text, in any letter case. Trailing blanks of the old and the
  *  new text do not count; a blank old text changes nothing.
- *  \param[out] result, result_length  the result
+ *  \param[out] result, result_length  [text_length + new_length] the result
  *  \param[in] text, text_length  the text
  *  \param[in] old_text, old_length  what is replaced
  *  \param[in] new_text, new_length  what takes its place */
@@ -852,7 +854,7 @@ NIVARO_API void REPLACE(char* result, nivaro_length result_length, const char* t
                         nivaro_length old_length, nivaro_length new_length) NIVARO_NOEXCEPT;
 
 /** As REPLACE, for every occurrence. The search goes on behind what was put in.
- *  \param[out] result, result_length  the result
+ *  \param[out] result, result_length  [text_length * max(1, new_length)] the result
  *  \param[in] text, text_length  the text
  *  \param[in] old_text, old_length  what is replaced
  *  \param[in] new_text, new_length  what takes its place */
@@ -961,7 +963,7 @@ NIVARO_API int32_t INTERSECT_LINE_V2_8(const double* x1, const double* y1, const
 /** The crossing of two lines, which have no ends.
  *  \param[in] x1, y1, x2, y2  line A
  *  \param[in] x3, y3, x4, y4  line B
- *  \param[out] xi, yi  the crossing; left alone for parallel lines
+ *  \param[in,out] xi, yi  the crossing; left alone for parallel lines
  *  \return false for parallel lines */
 NIVARO_API nivaro_logical INTERSECTION_POINT(const double* x1, const double* y1, const double* x2,
                                              const double* y2, const double* x3, const double* y3,
@@ -984,11 +986,11 @@ NIVARO_API double ANGLE2D(const double* x1, const double* y1, const double* x2, 
 
 /** Points in the frame of a grid: with (dx, dy) from the origin to a point, the result is (dx cos +
  *  dy sin, dy cos - dx sin).
- *  \param[in] x, y  the points, `count` each
+ *  \param[in] x, y  [count] the points
  *  \param[in] count  number of points; nothing happens below 1
  *  \param[in] x0, y0  origin of the grid
  *  \param[in] angle  direction of its first axis, radians
- *  \param[out] shifted_x, shifted_y  the points in its frame, `count` each; not the arrays read */
+ *  \param[out] shifted_x, shifted_y  [count] the points in its frame; not the arrays read */
 NIVARO_API void GEO_SHIFT(const double* x, const double* y, const int32_t* count, const double* x0,
                           const double* y0, const double* angle, double* shifted_x,
                           double* shifted_y) NIVARO_NOEXCEPT;
@@ -997,11 +999,10 @@ NIVARO_API void GEO_SHIFT(const double* x, const double* y, const int32_t* count
  *  each polygon closed in itself (its last vertex is like its first) and followed by one slot that
  *  is not used.
  *  \param[in] px, py  the point
- *  \param[in] x, y  the vertices, `vertex_count` each
+ *  \param[in] x, y  [vertex_count] the vertices
  *  \param[in] vertex_count  number of vertices, unused slots included
  *  \param[in] min_x  least x of the vertices
- *  \param[in] polygon_ends  number of each polygon's last vertex, counted from 1; `polygon_count`
- *          of them
+ *  \param[in] polygon_ends  [polygon_count] number of each polygon's last vertex, counted from 1
  *  \param[in] polygon_count  number of polygons
  *  \return true inside
  *  \note Ends the run when vertices are left behind the last polygon. */
@@ -1018,7 +1019,7 @@ NIVARO_API nivaro_logical INSIDE_POLYGON_8(const double* px, const double* py, c
 
 /** Linear interpolation of values at the corners of a triangle.
  *  \param[in] px, py  the point
- *  \param[in] x, y, z  coordinates and values of the corners, 3 each
+ *  \param[in] x, y, z  [3] coordinates and values of the corners
  *  \param[out] result  the value; -99999 where there is none
  *  \return false when the line from the third corner to the point is parallel to the opposite side
  */
@@ -1033,7 +1034,7 @@ NIVARO_API nivaro_logical INTERPOLATE_TRIANGLE_8(const double* px, const double*
 
 /** As INTERPOLATE_TRIANGLE, for a point that is known to lie in a proper triangle.
  *  \param[in] px, py  the point
- *  \param[in] x, y, z  coordinates and values of the corners, 3 each
+ *  \param[in] x, y, z  [3] coordinates and values of the corners
  *  \param[out] result  the value */
 NIVARO_API void INTERPOLATE_TRIANGLE_NO_CHECKS(const double* px, const double* py, const double* x,
                                                const double* y, const double* z,
@@ -1042,10 +1043,10 @@ NIVARO_API void INTERPOLATE_TRIANGLE_NO_CHECKS(const double* px, const double* p
 /** Interpolation in an element of 3 or 4 corners; of 4, the mean over the triangles that contain
  *  the point.
  *  \param[in] px, py  the point
- *  \param[in] x, y, z  coordinates and values of the corners, `vertex_count` each
+ *  \param[in] x, y, z  [vertex_count] coordinates and values of the corners
  *  \param[in] vertex_count  3 or 4; anything else gives false
  *  \param[in] min_x  least x of the corners
- *  \param[out] result  the value; outside of 4 corners -99999, outside of 3 left alone
+ *  \param[in,out] result  the value; outside of 4 corners -99999, outside of 3 left alone
  *  \return true inside */
 NIVARO_API nivaro_logical INTERPOLATE_ELEMENT_8(const double* px, const double* py, const double* x,
                                                 const double* y, const double* z,
@@ -1077,7 +1078,7 @@ NIVARO_API void HYD_PARAM2(const double* x1, const double* z1, const int32_t* is
 
 /** The cells that points may touch, and the box around the points. A cell's index is the whole part
  *  of coordinate / cell size, plus 1; low indices are at least 0, high ones at most the bounds.
- *  \param[in] x, y  points in the grid's own frame, `count` each
+ *  \param[in] x, y  [count] points in the grid's own frame
  *  \param[in] count  number of points; below 2: one point
  *  \param[in] cell_size  of both axes
  *  \param[in] first_bound, second_bound  highest index along the first axis (local y) and the
@@ -1101,88 +1102,88 @@ NIVARO_API void SET_SUB_GRID_AREA(const double* x, const double* y, const int32_
  *  @{ */
 
 /** The extension with its point, in lower case.
- *  \param[out] result, result_length  the extension
+ *  \param[out] result, result_length  [path_length] the extension
  *  \param[in] path, path_length  the path */
 NIVARO_API void FILEEXT(char* result, nivaro_length result_length, const char* path,
                         nivaro_length path_length) NIVARO_NOEXCEPT;
 
 /** As FILEEXT, with its letter case kept.
- *  \param[out] result, result_length  the extension
+ *  \param[out] result, result_length  [path_length] the extension
  *  \param[in] path, path_length  the path */
 NIVARO_API void FILEEXTKC(char* result, nivaro_length result_length, const char* path,
                           nivaro_length path_length) NIVARO_NOEXCEPT;
 
 /** The tail with its underscore, in lower case: "_h" of "M01_5m_H.dat".
- *  \param[out] result, result_length  the tail
+ *  \param[out] result, result_length  [path_length] the tail
  *  \param[in] path, path_length  the path */
 NIVARO_API void FILE___EXT(char* result, nivaro_length result_length, const char* path,
                            nivaro_length path_length) NIVARO_NOEXCEPT;
 
 /** The name without folder and extension.
- *  \param[out] result, result_length  the name
+ *  \param[out] result, result_length  [path_length] the name
  *  \param[in] path, path_length  the path */
 NIVARO_API void FILENAME(char* result, nivaro_length result_length, const char* path,
                          nivaro_length path_length) NIVARO_NOEXCEPT;
 
 /** The name with its extension.
- *  \param[out] result, result_length  the name
+ *  \param[out] result, result_length  [path_length] the name
  *  \param[in] path, path_length  the path */
 NIVARO_API void FILENAMEEXT(char* result, nivaro_length result_length, const char* path,
                             nivaro_length path_length) NIVARO_NOEXCEPT;
 
 /** The name without folder, extension and tail.
- *  \param[out] result, result_length  the name
+ *  \param[out] result, result_length  [path_length] the name
  *  \param[in] path, path_length  the path */
 NIVARO_API void FILENAMENO_(char* result, nivaro_length result_length, const char* path,
                             nivaro_length path_length) NIVARO_NOEXCEPT;
 
 /** The path without its extension; a path that is nothing else stays whole.
- *  \param[out] result, result_length  the path
+ *  \param[out] result, result_length  [path_length] the path
  *  \param[in] path, path_length  the path */
 NIVARO_API void FILENAMEPATH(char* result, nivaro_length result_length, const char* path,
                              nivaro_length path_length) NIVARO_NOEXCEPT;
 
 /** As FILENAMEPATH, without the tail too.
- *  \param[out] result, result_length  the path
+ *  \param[out] result, result_length  [path_length] the path
  *  \param[in] path, path_length  the path */
 NIVARO_API void FILENAMEPATHNO_(char* result, nivaro_length result_length, const char* path,
                                 nivaro_length path_length) NIVARO_NOEXCEPT;
 
 /** The folder with its last separator.
- *  \param[out] result, result_length  the folder
+ *  \param[out] result, result_length  [path_length] the folder
  *  \param[in] path, path_length  the path */
 NIVARO_API void FILEFOLDERPATH(char* result, nivaro_length result_length, const char* path,
                                nivaro_length path_length) NIVARO_NOEXCEPT;
 
 /** The path with backslashes for slashes.
- *  \param[out] result, result_length  the path
+ *  \param[out] result, result_length  [path_length] the path
  *  \param[in] path, path_length  the path */
 NIVARO_API void DOSPATH(char* result, nivaro_length result_length, const char* path,
                         nivaro_length path_length) NIVARO_NOEXCEPT;
 
 /** The path without leading blanks, as shown on the console.
- *  \param[out] result, result_length  the path
+ *  \param[out] result, result_length  [path_length] the path
  *  \param[in] path, path_length  the path */
 NIVARO_API void CORRECTSLASH(char* result, nivaro_length result_length, const char* path,
                              nivaro_length path_length) NIVARO_NOEXCEPT;
 
 /** The path without leading blanks, each doubled separator made one. A pair at the start stays, and
  *  then all pairs of the same character. 1000 characters are kept.
- *  \param[out] result, result_length  the path
+ *  \param[out] result, result_length  [path_length] the path
  *  \param[in,out] path, path_length  the path; cleaned in place too */
 NIVARO_API void CLEANPATH(char* result, nivaro_length result_length, char* path,
                           nivaro_length path_length) NIVARO_NOEXCEPT;
 
 /** The path with backslashes only, without doubled ones behind its start, and with references to
  *  parent and current folder resolved where the text alone allows it. 1000 characters are kept.
- *  \param[out] result, result_length  the path
+ *  \param[out] result, result_length  [path_length] the path
  *  \param[in] path, path_length  the path */
 NIVARO_API void REMOVEDOTDOT(char* result, nivaro_length result_length, const char* path,
                              nivaro_length path_length) NIVARO_NOEXCEPT;
 
 /** A file in a folder, tidied as by REMOVEDOTDOT. A file with a drive or on a share is taken as it
  *  is; a blank file gives the folder, or "." where that is blank too.
- *  \param[out] result, result_length  the path
+ *  \param[out] result, result_length  [folder_length + file_length + 1] the path
  *  \param[in] folder, folder_length  the folder, with or without a last separator
  *  \param[in] file, file_length  the file */
 NIVARO_API void ADDFOLDER(char* result, nivaro_length result_length, const char* folder,

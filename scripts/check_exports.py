@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Compares the names that leave the library in all places: version script, module definition file,
-public header, and the symbols that each built library shows. Each of them passes call() and has a row
-in the table of calls, or stands there with the file of its test, which names it.
+"""Compares the names that each built library shows with those that the public header declares. Each of
+them passes call() and has a row in the table of calls, or stands there with the file of its test,
+which names it.
 
 Usage: check_exports.py LIBRARY...    shared (.so or .dll) or static (.a)
 """
@@ -10,16 +10,16 @@ import re
 import subprocess
 import sys
 
+from public_header import read_header
+
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-
-
-def names_in(pattern, path):
-    return re.findall(pattern, (ROOT / path).read_text(encoding="utf-8"), re.M)
+HEADER = ROOT / "include/nivaro_morphology.h"
 
 
 def export_table(library):
-    listing = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", library], check=True,
-                             capture_output=True, text=True).stdout
+    listing = subprocess.run(
+        ["x86_64-w64-mingw32-objdump", "-p", library], check=True, capture_output=True, text=True
+    ).stdout
     table = listing.partition("[Ordinal/Name Pointer] Table\n")[2].partition("\n\n")[0]
     return [line.split()[-1] for line in table.splitlines()]
 
@@ -28,8 +28,9 @@ def shown_symbols(library):
     if library.endswith(".dll"):
         return export_table(library)
     table = "--extern-only" if library.endswith(".a") else "--dynamic"
-    listing = subprocess.run(["nm", table, "--defined-only", library], check=True,
-                             capture_output=True, text=True).stdout
+    listing = subprocess.run(
+        ["nm", table, "--defined-only", library], check=True, capture_output=True, text=True
+    ).stdout
     rows = [line.split() for line in listing.splitlines()]
     return [row[2].split("@")[0] for row in rows if len(row) == 3]
 
@@ -53,29 +54,19 @@ def untested(names):
 
 
 def main():
-    lists = {
-        "version script": names_in(r"^    ([A-Z]\w*);", "src/exports/exports.map"),
-        "definition file": names_in(r"^  ([A-Z]\w*)(?: DATA)?$", "src/exports/exports.def"),
-        "public header": names_in(r"^(?:extern )?NIVARO_API [\w *]+?\b([A-Z][A-Z0-9_]+)[;(]",
-                                  "include/nivaro_morphology.h"),
-    }
-    lists |= {library: shown_symbols(library) for library in sys.argv[1:]}
-    everything = set().union(*lists.values())
+    declared = sorted(read_header(HEADER).names)
     errors = 0
-    for place, names in lists.items():
-        for name in sorted(everything - set(names)):
-            print(f"{name} is missing in the {place}")
-            errors += 1
-        for name in sorted({n for n in names if names.count(n) > 1}):
-            print(f"{name} stands twice in the {place}")
+    for library in sys.argv[1:]:
+        for name in sorted(set(declared) ^ set(shown_symbols(library))):
+            print(f"{name} is missing in the {HEADER.name if name not in declared else library}")
             errors += 1
     for name in routines_without_call():
         print(f"{name} does not pass call()")
         errors += 1
-    for name in untested(everything):
+    for name in untested(declared):
         print(f"{name} has no row in tests/exports/calls.txt")
         errors += 1
-    print(f"{len(everything)} names, {errors} errors")
+    print(f"{len(declared)} names, {errors} errors")
     return 1 if errors else 0
 
 

@@ -40,13 +40,13 @@ install_missing() {
       "${missing[@]}" >/dev/null
 }
 
-BUILD_PACKAGES=(g++ cmake ninja-build)
+BUILD_PACKAGES=(g++ cmake ninja-build python3)
 EXAMPLE_PACKAGES=(libtomlplusplus-dev libcli11-dev gnuplot-nox)
-VALIDATION_PACKAGES=(python3 python3-numpy python3-matplotlib)
+VALIDATION_PACKAGES=(python3-numpy python3-matplotlib)
 TEST_PACKAGES=(libgtest-dev libgmock-dev gfortran clang-14 clang-format-14 clang-tidy-14
-  libclang-rt-14-dev python3 python3-numpy gdal-bin shapelib libxml2-utils
+  libclang-rt-14-dev python3-numpy gdal-bin shapelib libxml2-utils
   dpkg-dev file pkgconf)
 WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix gfortran-mingw-w64-x86-64-posix clang-14 lld-14
   llvm-14 wine64 googletest)
 DOC_PACKAGES=(doxygen)
-BENCH_PACKAGES=(libbenchmark-dev gdal-bin python3)
+BENCH_PACKAGES=(libbenchmark-dev gdal-bin)

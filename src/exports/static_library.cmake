@@ -5,12 +5,6 @@
 # A host with a function of the same name would get ours, or the other way round; worse, the linker
 # keeps one of several equal inline functions, and the one compiled for AVX-512 could replace the
 # host's. So the objects are joined first, then all names but the exported ones are made local.
-file(STRINGS ${CMAKE_CURRENT_SOURCE_DIR}/exports.map exported_names REGEX "^    [A-Z][A-Z0-9_]*;")
-list(TRANSFORM exported_names REPLACE "[ ;]" "")
-list(JOIN exported_names "\n" exported_names)
-file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/exported_names.txt CONTENT "${exported_names}\n")
-set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS exports.map)
-
 # Inline functions stand in groups that the linker drops by name, local or not: the groups are
 # dissolved while joining.
 add_executable(joined_floors)
@@ -29,9 +23,9 @@ set_target_properties(joined_floors PROPERTIES SUFFIX .o LINKER_LANGUAGE CXX)
 set(one_object ${CMAKE_CURRENT_BINARY_DIR}/nivaro_morphology.o)
 add_custom_command(
   OUTPUT ${one_object}
-  COMMAND ${CMAKE_OBJCOPY} --keep-global-symbols=exported_names.txt $<TARGET_FILE:joined_floors>
+  COMMAND ${CMAKE_OBJCOPY} --keep-global-symbols=${NIVARO_INTERFACE}.txt $<TARGET_FILE:joined_floors>
           ${one_object}
-  DEPENDS joined_floors ${CMAKE_CURRENT_BINARY_DIR}/exported_names.txt
+  DEPENDS joined_floors ${NIVARO_INTERFACE}.txt
   WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
   VERBATIM)
 set_source_files_properties(${one_object} PROPERTIES EXTERNAL_OBJECT TRUE GENERATED TRUE)
