@@ -33,15 +33,10 @@ constexpr double kOddNumbers[] = {Limits::quiet_NaN(),
                                   Limits::max(),
                                   Limits::lowest()};
 
-void spoil(Dice& dice, double& value, double share) {
-  if (dice.chance(share)) value = dice.oneOf(kOddNumbers);
-}
-
 // The area is as large as it may be, and empty where the grid is too small.
 TestDomain spoiledDomain(Dice& dice, int n, int m, double share) {
   TestDomain d = randomDomain(dice, n, m);
-  for (auto& [name, field] : d.reals())
-    for (double& value : *field) spoil(dice, value, share);
+  spoilFields(dice, d, 1.0, share, kOddNumbers);
   MorphologyParameters& p = d.parameters;
   for (double* option :
        {&p.fallVelocity, &p.currentRelatedRoughness, &p.waveRelatedRoughness,
@@ -50,7 +45,7 @@ TestDomain spoiledDomain(Dice& dice, int n, int m, double share) {
         &p.bedChangeLimit, &p.concentrationFactor, &d.settings.cellSize,
         &d.settings.slumpDistanceSecond, &d.settings.slumpDistanceFirst, &d.settings.timeStep,
         &d.settings.raiseFactor})
-    spoil(dice, *option, share > 0.0 ? 0.1 : 0.0);
+    if (share > 0.0 && dice.chance(0.1)) *option = dice.oneOf(kOddNumbers);
   return d;
 }
 

@@ -24,10 +24,8 @@ void spoil(Dice& dice, TestDomain& d) {
     if (dice.chance(0.3)) *value = 0.0;
   const double noNumber = std::numeric_limits<double>::quiet_NaN();
   const double infinite = std::numeric_limits<double>::infinity();
-  for (auto& [name, field] : d.reals())
-    if (dice.chance(0.1))
-      (*field)[static_cast<std::size_t>(dice.whole(0, static_cast<int>(d.size) - 1))] =
-          dice.oneOf({noNumber, infinite, -infinite, 0.0, 1.0});
+  spoilFields(dice, d, 0.2, dice.oneOf({0.01, 0.1}),
+              std::initializer_list<double>{noNumber, infinite, -infinite, 0.0, 1.0});
 }
 
 // Some grids are longer than a block of cells and a strip along the first index, some wider than one along
