@@ -6,7 +6,7 @@
 
 #include "benchmark_domain.hpp"
 #include "morphology/morphology_step.hpp"
-#include "morphology/reference_step.hpp"
+#include "plain_form.hpp"
 
 namespace nivaro::bench {
 namespace {
@@ -25,7 +25,7 @@ void librarysStep(benchmark::State& state, const Shape& shape, Processor process
 
 void plainStep(benchmark::State& state, const Shape& shape) {
   Domain domain(shape);
-  for (auto _ : state) reference::step(domain.input(), domain.area());
+  for (auto _ : state) plainForm(domain.input(), domain.area());
   countCells(state, domain);
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "morphology/bed_rebuild.hpp"
 #include "morphology/morphology_step.hpp"
 #include "platform/support.hpp"
 

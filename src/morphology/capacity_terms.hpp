@@ -2,9 +2,14 @@
 #pragma once
 
 #include "morphology/parameters.hpp"
-#include "morphology/transport_constants.hpp"
+#include "morphology/transport_capacity.hpp"
 
 namespace nivaro {
+
+// Of U / Y, where u*' = sqrt(0.03) / log10(e) U / Y meets its floor of 0.01 m/s.
+constexpr double kLog10e = 0.43429448190325182765;
+constexpr double kSqrtOfShearFactor = 0.17320508075688772935;  // sqrt(0.03)
+constexpr double kSmallestShear = 0.01 * kLog10e / kSqrtOfShearFactor;
 
 // Plain data: the lanes of all processors read it. The symbols are those of transport_lanes.hpp.
 struct CapacityTerms {

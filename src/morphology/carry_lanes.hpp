@@ -3,6 +3,7 @@
 // comes from, w that through the side that it goes to. A number that is none meets no case.
 #pragma once
 
+#include "morphology/deposition.hpp"
 #include "morphology/lanes_math.hpp"
 #include "morphology/step_data.hpp"
 #include "morphology/strip.hpp"

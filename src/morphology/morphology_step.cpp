@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "morphology/bed_rebuild.hpp"
+#include "morphology/plain_step.hpp"
 #include "morphology/step_data.hpp"
 
 namespace nivaro {
@@ -62,6 +63,7 @@ void sweepFirstAxis(const StepKernel& kernel, const StepData& step, StepScratch&
 // Neither the bed at sides nor the flow is changed before all sweeps that look at it are through, so the
 // sweeps do not see each other; their order fixes the last bits only.
 void morphologyStep(const StepInput& in, const Area& area, StepScratch& scratch) {
+  if (scratch.processor() == Processor::Plain) return plainStep(in, area);
   const StepKernel& kernel = stepKernel(scratch.processor());
   StepData step = stepData(in, area);
   if (!isEmpty(area))
@@ -73,12 +75,6 @@ void morphologyStep(const StepInput& in, const Area& area, StepScratch& scratch)
   useUniformValues(step, kernel, scratch.uniformValues());
   sweepSecondAxis(kernel, step, scratch);
   sweepFirstAxis(kernel, step, scratch);
-}
-
-void smoothBed(const StepInput& in, const Area& area) {
-  confineBedCodes(in, area);
-  lowerBedLimits(in, area);
-  rebuildCornersAndSides(in, area);
 }
 
 }  // namespace nivaro

@@ -7,8 +7,6 @@
 
 namespace nivaro {
 
-enum class Axis { First, Second };
-
 template <class Real>
 struct SideLanes {
   Real depth;
@@ -181,8 +179,8 @@ struct SideRow {
     if (!anyOf<Real>(plain)) return q;
     for (int lane = 0; lane < kCount; ++lane) {
       if (plain[lane] == 0) continue;
-      const ResolvedTransport transport =
-          plainTransport(step, cell + lane, flow.depth[lane], s.speed[lane], s.normal[lane]);
+      const SideTransport transport =
+          plainTransport(step, cell + lane, {flow.depth[lane], s.speed[lane], s.normal[lane]});
       q.suspended[lane] = transport.suspended;
       q.bedLoad[lane] = transport.bedLoad;
     }

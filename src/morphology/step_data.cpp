@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "morphology/bed_rebuild.hpp"
 #include "morphology/deposition.hpp"
+#include "morphology/side_flow.hpp"
 #include "morphology/slumping.hpp"
 #include "morphology/step_kernel.hpp"
-#include "morphology/transport_capacity.hpp"
 
 namespace nivaro {
 namespace {
@@ -15,6 +16,15 @@ namespace {
 Area areaOf(const StepData& step) {
   return {static_cast<int>(step.firstI), static_cast<int>(step.firstJ),
           static_cast<int>(step.lastI), static_cast<int>(step.lastJ)};
+}
+
+// A step in the bed between neighbours at a distance that is not higher than this slumps nothing. A
+// trifle lower than the rule's own bound, which divides the other way.
+double stableStep(double distance, double slope) {
+  if (!(distance > 0.0) || !(slope > 0.0)) return kSmallestSlumpStep;
+  const double bound = (1.0 - 1e-12) * distance / slope;
+  return bound <= std::numeric_limits<double>::max() ? std::max(kSmallestSlumpStep, bound)
+                                                     : kSmallestSlumpStep;
 }
 
 std::ptrdiff_t cellOfBlock(const StepData& step, std::ptrdiff_t row, std::ptrdiff_t block) {
@@ -116,14 +126,9 @@ void useUniformValues(StepData& step, const StepKernel& kernel, UniformValues& v
   useUniformVoids(step);
 }
 
-// Resolved along the index where there is a direction.
-ResolvedTransport plainTransport(const StepData& step, std::ptrdiff_t cell, double depth,
-                                 double speed, double normal) {
-  const Transport q =
-      transportCapacity(depth, speed, grainTerms(*step.d50.at(cell), step.parameters),
-                        *step.d90.at(cell), step.parameters);
-  if (!(speed > 0.0)) return {q.suspended, q.bedLoad};
-  return {q.suspended * normal / speed, q.bedLoad * normal / speed};
+// Grains from the copies where they are uniform: the cell may lie outside the area then.
+SideTransport plainTransport(const StepData& step, std::ptrdiff_t cell, const Current& current) {
+  return resolvedCapacity(current, *step.d50.at(cell), *step.d90.at(cell), step.parameters);
 }
 
 void plainSlumping(const StepData& step, int i, int j, int count) {

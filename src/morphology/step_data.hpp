@@ -8,6 +8,7 @@
 #include "morphology/capacity_terms.hpp"
 #include "morphology/fields.hpp"
 #include "morphology/parameters.hpp"
+#include "morphology/side_flow.hpp"
 #include "platform/grid.hpp"
 
 namespace nivaro {
@@ -100,14 +101,8 @@ struct UniformValues {
 // Reads fields that are uniform wherever sand is carried from copies from then on. The map is filled.
 void useUniformValues(StepData& step, const StepKernel& kernel, UniformValues& values);
 
-struct ResolvedTransport {
-  double suspended;  // components along the index, kg/(m s)
-  double bedLoad;
-};
-
 // What the lanes hand back because its values are not ordinary, by the plain functions.
-ResolvedTransport plainTransport(const StepData& step, std::ptrdiff_t cell, double depth,
-                                 double speed, double normal);
+SideTransport plainTransport(const StepData& step, std::ptrdiff_t cell, const Current& current);
 
 // Of `count` cells from (i, j) on.
 void plainSlumping(const StepData& step, int i, int j, int count);

@@ -6,7 +6,7 @@
 namespace nivaro {
 
 bool isSupported(Processor processor) {
-  return processor == Processor::Portable || processorKernel(processor) != nullptr;
+  return processor <= Processor::Portable || processorKernel(processor) != nullptr;
 }
 
 Processor bestProcessor() {

@@ -7,6 +7,7 @@
 namespace nivaro {
 
 enum class Processor {
+  Plain,     // one cell after the other: plain_step.hpp
   Portable,  // two lanes, on every machine
   Avx2,      // four lanes and fused multiply-add
   Avx512,    // eight lanes

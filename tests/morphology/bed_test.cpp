@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "morphology/morphology_step.hpp"
+#include "morphology/bed_rebuild.hpp"
 #include "morphology/slumping.hpp"
 #include "morphology/test_domain.hpp"
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "guarded_array.hpp"
+#include "morphology/bed_rebuild.hpp"
 #include "morphology/morphology_step.hpp"
 #include "morphology/random_domain.hpp"
 #include "morphology/test_domain.hpp"
@@ -126,10 +127,12 @@ TEST(GuardedStep, TouchesNothingElseAndWritesWhatItMay) {
                                         "concentration", "adaptation", "spare"};
   const std::set<std::string> ofSmoothing = {"zpts", "z2", "z1", "bed limit", "bed code"};
   const int rounding = std::fegetround();
+  std::vector<Processor> processors = supportedProcessors();
+  processors.push_back(Processor::Plain);
   unsigned seed = 0;
   for (const auto& [n, m] : kSizes)
     for (const double spoiled : {0.0, 0.01, 0.2, 1.0})
-      for (const Processor processor : supportedProcessors()) {
+      for (const Processor processor : processors) {
         Dice dice(++seed);
         TestDomain d = spoiledDomain(dice, n, m, spoiled);
         const std::string what = std::to_string(n) + " x " + std::to_string(m) + ", spoiled " +

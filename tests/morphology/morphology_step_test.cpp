@@ -1,4 +1,4 @@
-// The whole step: against the plain transcription, and against a number derived by hand.
+// The whole step: the engine against the plain form, and against a number derived by hand.
 #include "morphology/morphology_step.hpp"
 
 #include <gtest/gtest.h>
@@ -8,8 +8,8 @@
 #include <map>
 #include <string>
 
+#include "morphology/plain_step.hpp"
 #include "morphology/random_domain.hpp"
-#include "morphology/reference_step.hpp"
 #include "morphology/test_domain.hpp"
 #include "morphology/transport_capacity.hpp"
 
@@ -46,14 +46,14 @@ TestDomain stepped(TestDomain d, StepScratch& scratch) {
   return d;
 }
 
-TEST(MorphologyStep, AsThePlainTranscriptionOnEveryProcessor) {
+TEST(MorphologyStep, AsThePlainOneOnEveryProcessor) {
   // Working memory that has served other domains.
   std::map<Processor, StepScratch> used;
   for (const Processor processor : supportedProcessors()) used.emplace(processor, processor);
   for (unsigned seed = 1; seed <= 3000; ++seed) {
     const TestDomain start = randomDomain(seed);
     TestDomain expected = start;
-    reference::step(expected.input(), expected.area);
+    plainStep(expected.input(), expected.area);
     TestDomain portable = stepped(start, used.at(Processor::Portable));
     for (const Processor processor : supportedProcessors()) {
       const std::string what =
@@ -79,7 +79,7 @@ TEST(MorphologyStep, SameBitsWhereNoTransportIsComputed) {
     TestDomain actual = expected;
     StepScratch scratch;
     for (int time = 0; time < 2; ++time) {
-      reference::step(expected.input(), expected.area);
+      plainStep(expected.input(), expected.area);
       actual = stepped(actual, scratch);
     }
     ASSERT_NO_FATAL_FAILURE(expectSame(expected, actual, "seed " + std::to_string(seed)));

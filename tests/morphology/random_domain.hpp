@@ -1,6 +1,7 @@
 // Domains with all that a step may meet, the same for the same seed.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <initializer_list>
 #include <iterator>
@@ -75,6 +76,8 @@ inline void levelFields(Dice& dice, TestDomain& d) {
     if (grains) field->assign(d.size, field->front());
   for (auto* field : {&d.inSituVoids, &d.depositionVoids})
     if (voids) field->assign(d.size, field->front());
+  // Cells outside the area may differ.
+  if (dice.chance(0.5)) std::fill_n(d.d50.begin(), d.n, 0.02);
   if (dice.chance(0.3)) d.bedLimit.assign(d.size, dice.oneOf({-99999.0, -1.5}));
   if (!dice.chance(d.n > 60 ? 0.8 : 0.3)) return;
   const int blockStart = dice.whole(2, 3) + 64 * dice.whole(0, (d.n - 3) / 64);
