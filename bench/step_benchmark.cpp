@@ -5,7 +5,7 @@
 #include <string>
 
 #include "benchmark_domain.hpp"
-#include "morphology/morphology_step.hpp"
+#include "morphology/engine/morphology_step.hpp"
 #include "plain_form.hpp"
 
 namespace nivaro::bench {
@@ -17,9 +17,9 @@ void countCells(benchmark::State& state, const Domain& domain) {
 
 void librarysStep(benchmark::State& state, const Shape& shape, Processor processor) {
   Domain domain(shape);
-  StepScratch scratch(processor);
-  morphologyStep(domain.input(), domain.area(), scratch);
-  for (auto _ : state) morphologyStep(domain.input(), domain.area(), scratch);
+  StepWorkspace workspace(processor);
+  morphologyStep(domain.input(), domain.area(), workspace);
+  for (auto _ : state) morphologyStep(domain.input(), domain.area(), workspace);
   countCells(state, domain);
 }
 

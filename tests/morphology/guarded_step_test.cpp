@@ -10,7 +10,7 @@
 
 #include "guarded_array.hpp"
 #include "morphology/bed_rebuild.hpp"
-#include "morphology/morphology_step.hpp"
+#include "morphology/engine/morphology_step.hpp"
 #include "morphology/random_domain.hpp"
 #include "morphology/test_domain.hpp"
 
@@ -138,9 +138,9 @@ TEST(GuardedStep, TouchesNothingElseAndWritesWhatItMay) {
         const std::string what = std::to_string(n) + " x " + std::to_string(m) + ", spoiled " +
                                  std::to_string(spoiled) + ", on " +
                                  std::to_string(static_cast<int>(processor));
-        StepScratch scratch(processor);
+        StepWorkspace workspace(processor);
         ASSERT_NO_FATAL_FAILURE(expectGuarded(
-            d, ofStep, [&](const StepInput& in) { morphologyStep(in, d.area, scratch); }, what));
+            d, ofStep, [&](const StepInput& in) { morphologyStep(in, d.area, workspace); }, what));
         ASSERT_NO_FATAL_FAILURE(expectGuarded(
             d, ofSmoothing, [&](const StepInput& in) { smoothBed(in, d.area); }, what));
       }

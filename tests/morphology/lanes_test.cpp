@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "morphology/elementary.hpp"
+#include "morphology/engine/capacity.hpp"
 #include "morphology/random_domain.hpp"
 #include "morphology/transport_capacity.hpp"
-#include "morphology/transport_lanes.hpp"
 
 namespace nivaro {
 namespace {
@@ -70,7 +70,7 @@ TEST(Functions, AreRightToHalfALastPlaceAndInLanesToTwo) {
   EXPECT_LT(largestError(cubeRoot, std::cbrt, positive), half);
   EXPECT_LT(largestError([](double x) { return power(x, 24.5); }, steepPower, positive), half);
   for (const Processor processor : supportedProcessors()) {
-    const StepKernel& kernel = stepKernel(processor);
+    const StepKernel& kernel = *kernelOf(processor);
     EXPECT_LT(largestError(kernel.logarithms, std::log, positive), 4.5e-16);
     EXPECT_LT(largestError(kernel.exponentials, std::exp, any), 4.5e-16);
     EXPECT_LT(largestError(kernel.fifthRoots, fifthRootOf, positive), 4.5e-16);

@@ -1,5 +1,5 @@
 // The whole step: the engine against the plain form, and against a number derived by hand.
-#include "morphology/morphology_step.hpp"
+#include "morphology/engine/morphology_step.hpp"
 
 #include <gtest/gtest.h>
 
@@ -41,14 +41,14 @@ TestDomain randomDomain(unsigned seed) {
   return d;
 }
 
-TestDomain stepped(TestDomain d, StepScratch& scratch) {
-  morphologyStep(d.input(), d.area, scratch);
+TestDomain stepped(TestDomain d, StepWorkspace& workspace) {
+  morphologyStep(d.input(), d.area, workspace);
   return d;
 }
 
 TEST(MorphologyStep, AsThePlainOneOnEveryProcessor) {
   // Working memory that has served other domains.
-  std::map<Processor, StepScratch> used;
+  std::map<Processor, StepWorkspace> used;
   for (const Processor processor : supportedProcessors()) used.emplace(processor, processor);
   for (unsigned seed = 1; seed <= 3000; ++seed) {
     const TestDomain start = randomDomain(seed);
@@ -58,8 +58,8 @@ TEST(MorphologyStep, AsThePlainOneOnEveryProcessor) {
     for (const Processor processor : supportedProcessors()) {
       const std::string what =
           "seed " + std::to_string(seed) + " on " + std::to_string(static_cast<int>(processor));
-      StepScratch scratch(processor);
-      TestDomain actual = stepped(start, used.at(processor)), again = stepped(start, scratch);
+      StepWorkspace workspace(processor);
+      TestDomain actual = stepped(start, used.at(processor)), again = stepped(start, workspace);
       ASSERT_NO_FATAL_FAILURE(expectSame(expected, actual, what, 1e-9));
       // In thousands of domains some cell settles so little that the digits of its adaptation cancel.
       if (seed <= 500) {
@@ -77,10 +77,10 @@ TEST(MorphologyStep, SameBitsWhereNoTransportIsComputed) {
     for (auto* v : {&expected.v1, &expected.v2}) v->assign(expected.size, 0.0005);
     expected.parameters.velocityCentred = false;
     TestDomain actual = expected;
-    StepScratch scratch;
+    StepWorkspace workspace;
     for (int time = 0; time < 2; ++time) {
       plainStep(expected.input(), expected.area);
-      actual = stepped(actual, scratch);
+      actual = stepped(actual, workspace);
     }
     ASSERT_NO_FATAL_FAILURE(expectSame(expected, actual, "seed " + std::to_string(seed)));
   }
@@ -96,8 +96,8 @@ TEST(MorphologyStep, SandThatAClosedEndStopsStaysInTheLastCell) {
   d.wet[11] = 0;
   d.v1.assign(d.size, 1.0);
   d.parameters.timeCentringFactor = 1.0;
-  StepScratch scratch;
-  d = stepped(d, scratch);
+  StepWorkspace workspace;
+  d = stepped(d, workspace);
 
   const Transport q =
       transportCapacity(2.0, 1.0, grainTerms(0.0002, d.parameters), 0.0003, d.parameters);

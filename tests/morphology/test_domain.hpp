@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "morphology/engine/kernel.hpp"
 #include "morphology/fields.hpp"
-#include "morphology/step_kernel.hpp"
 
 namespace nivaro {
 

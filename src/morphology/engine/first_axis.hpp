@@ -2,9 +2,8 @@
 // lanes piece by piece.
 #pragma once
 
-#include "morphology/carry_lanes.hpp"
-#include "morphology/change_lanes.hpp"
-#include "morphology/side_lanes.hpp"
+#include "morphology/engine/carry.hpp"
+#include "morphology/engine/sides.hpp"
 
 namespace nivaro {
 

@@ -1,22 +1,14 @@
-#include "morphology/step_data.hpp"
+#include "morphology/engine/step_data.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
-#include "morphology/bed_rebuild.hpp"
-#include "morphology/deposition.hpp"
-#include "morphology/side_flow.hpp"
+#include "morphology/engine/kernel.hpp"
 #include "morphology/slumping.hpp"
-#include "morphology/step_kernel.hpp"
 
 namespace nivaro {
 namespace {
-
-Area areaOf(const StepData& step) {
-  return {static_cast<int>(step.firstI), static_cast<int>(step.firstJ),
-          static_cast<int>(step.lastI), static_cast<int>(step.lastJ)};
-}
 
 // A step in the bed between neighbours at a distance that is not higher than this slumps nothing. A
 // trifle lower than the rule's own bound, which divides the other way.
@@ -124,28 +116,6 @@ void useUniformValues(StepData& step, const StepKernel& kernel, UniformValues& v
   }
   step.uniformGrain = step.d50.stride == 0 && step.d90.stride == 0;
   useUniformVoids(step);
-}
-
-// Grains from the copies where they are uniform: the cell may lie outside the area then.
-SideTransport plainTransport(const StepData& step, std::ptrdiff_t cell, const Current& current) {
-  return resolvedCapacity(current, *step.d50.at(cell), *step.d90.at(cell), step.parameters);
-}
-
-void plainSlumping(const StepData& step, int i, int j, int count) {
-  addSlumping(*step.input, areaOf(step), {i, j}, count);
-}
-
-void plainRebuild(const StepData& step, int i, int j, int count) {
-  rebuildCornersAndSides(*step.input, {i, j}, count);
-}
-
-PlainSettling plainSettling(const StepData& step, double inflow, double equilibrium,
-                            double discharge) {
-  // The mean discharge stands for velocity and depth of both sides.
-  const Deposition d =
-      deposition({inflow, equilibrium, discharge, 1.0, discharge, 1.0}, step.cellSize,
-                 step.parameters.fallVelocity, step.parameters.concentrationFactor);
-  return {d.concentration, d.adaptation, d.deposited};
 }
 
 }  // namespace nivaro

@@ -3,9 +3,8 @@
 // passes.
 #pragma once
 
-#include "morphology/carry_lanes.hpp"
-#include "morphology/change_lanes.hpp"
-#include "morphology/side_lanes.hpp"
+#include "morphology/engine/carry.hpp"
+#include "morphology/engine/sides.hpp"
 
 namespace nivaro {
 

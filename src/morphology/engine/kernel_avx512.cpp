@@ -1,9 +1,9 @@
 // Compiled for AVX-512 (F, DQ and VL): run only after the processor was asked.
-#include "morphology/kernels_x86.hpp"
+#include "morphology/engine/kernel.hpp"
 
 #include <immintrin.h>
 
-#include "morphology/lanes.hpp"
+#include "morphology/engine/vector.hpp"
 
 namespace nivaro {
 
@@ -39,10 +39,10 @@ struct Lanes<Real8> {
 
 }  // namespace nivaro
 
-#include "morphology/kernel_lanes.hpp"
+#include "morphology/engine/kernel_of_lanes.hpp"
 
 namespace nivaro {
 
-const StepKernel kAvx512Kernel = kKernelLanes<Real8>;
+const StepKernel kAvx512Kernel = kKernelOfLanes<Real8>;
 
 }  // namespace nivaro

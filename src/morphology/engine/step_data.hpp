@@ -1,14 +1,13 @@
 // What a step works on as bare pointers to element (1, 1), for code that is compiled for one kind of
-// processor and may share no inline function with the rest (lanes.hpp).
+// processor and may share no inline function with the rest (vector.hpp).
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
-#include "morphology/capacity_terms.hpp"
+#include "morphology/engine/capacity.hpp"
 #include "morphology/fields.hpp"
 #include "morphology/parameters.hpp"
-#include "morphology/side_flow.hpp"
 #include "platform/grid.hpp"
 
 namespace nivaro {
@@ -85,7 +84,7 @@ struct StepData {
   MorphologyParameters parameters;
   CapacityTerms terms;
 
-  const StepInput* input = nullptr;  // for the plain functions
+  const StepInput* input = nullptr;  // for what the plain loops compute
 };
 
 // The step refers to the input from then on.
@@ -100,21 +99,5 @@ struct UniformValues {
 
 // Reads fields that are uniform wherever sand is carried from copies from then on. The map is filled.
 void useUniformValues(StepData& step, const StepKernel& kernel, UniformValues& values);
-
-// What the lanes hand back because its values are not ordinary, by the plain functions.
-SideTransport plainTransport(const StepData& step, std::ptrdiff_t cell, const Current& current);
-
-// Of `count` cells from (i, j) on.
-void plainSlumping(const StepData& step, int i, int j, int count);
-void plainRebuild(const StepData& step, int i, int j, int count);
-
-struct PlainSettling {
-  double concentration;
-  double adaptation;
-  double deposited;
-};
-
-PlainSettling plainSettling(const StepData& step, double inflow, double equilibrium,
-                            double discharge);
 
 }  // namespace nivaro

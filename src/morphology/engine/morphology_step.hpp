@@ -1,8 +1,8 @@
 // One morphology time step of one domain, on the processor at hand.
 #pragma once
 
+#include "morphology/engine/workspace.hpp"
 #include "morphology/fields.hpp"
-#include "morphology/step_scratch.hpp"
 #include "platform/grid.hpp"
 
 namespace nivaro {
@@ -10,6 +10,6 @@ namespace nivaro {
 // One morphology time step: transport, bed change, slumping, rebuild of corners and sides. The area
 // lies inside the grid with at least one cell to spare on each side. Never fails: numbers that make
 // no sense pass into the fields.
-void morphologyStep(const StepInput& in, const Area& area, StepScratch& scratch);
+void morphologyStep(const StepInput& in, const Area& area, StepWorkspace& workspace);
 
 }  // namespace nivaro

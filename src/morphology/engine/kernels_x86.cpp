@@ -1,9 +1,8 @@
-#include "morphology/kernels_x86.hpp"
-#include "morphology/processor_kernels.hpp"
+#include "morphology/engine/kernel.hpp"
 
 namespace nivaro {
 
-const StepKernel* processorKernel(Processor processor) {
+const StepKernel* kernelOf(Processor processor) {
   __builtin_cpu_init();
   const bool avx2 = __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("fma") != 0;
   if (processor == Processor::Avx2 && avx2) return &kAvx2Kernel;
@@ -11,7 +10,7 @@ const StepKernel* processorKernel(Processor processor) {
                       __builtin_cpu_supports("avx512dq") != 0 &&
                       __builtin_cpu_supports("avx512vl") != 0;
   if (processor == Processor::Avx512 && avx512) return &kAvx512Kernel;
-  return nullptr;
+  return processor == Processor::Portable ? &kPortableKernel : nullptr;
 }
 
 }  // namespace nivaro

@@ -1,4 +1,4 @@
-#include "morphology/capacity_terms.hpp"
+#include "morphology/engine/capacity.hpp"
 
 #include <algorithm>
 

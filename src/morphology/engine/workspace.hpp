@@ -5,15 +5,15 @@
 #include <memory>
 #include <vector>
 
-#include "morphology/step_kernel.hpp"
-#include "morphology/strip.hpp"
+#include "morphology/engine/kernel.hpp"
+#include "morphology/engine/strip.hpp"
 
 namespace nivaro {
 
-class StepScratch {
+class StepWorkspace {
  public:
   // Tests force a kind of processor; it must be supported.
-  explicit StepScratch(Processor processor = bestProcessor()) : processor_(processor) {}
+  explicit StepWorkspace(Processor processor = bestProcessor()) : processor_(processor) {}
 
   Processor processor() const { return processor_; }
 

@@ -1,10 +1,10 @@
-#include "morphology/morphology_step.hpp"
+#include "morphology/engine/morphology_step.hpp"
 
 #include <algorithm>
 
 #include "morphology/bed_rebuild.hpp"
+#include "morphology/engine/step_data.hpp"
 #include "morphology/plain_step.hpp"
-#include "morphology/step_data.hpp"
 
 namespace nivaro {
 namespace {
@@ -41,15 +41,15 @@ class BedRows {
   std::ptrdiff_t next_ = step_.firstJ;
 };
 
-void sweepSecondAxis(const StepKernel& kernel, const StepData& step, StepScratch& scratch) {
+void sweepSecondAxis(const StepKernel& kernel, const StepData& step, StepWorkspace& workspace) {
   const std::ptrdiff_t lines = std::min(step.lastI - step.firstI + 1, kSecondStripLines);
-  const StripArrays strip = scratch.strip(step, step.lastJ - step.firstJ + 1, lines);
+  const StripArrays strip = workspace.strip(step, step.lastJ - step.firstJ + 1, lines);
   for (std::ptrdiff_t i = step.firstI; i <= step.lastI; i += kSecondStripLines)
     kernel.sweepSecondAxis(step, strip, i);
 }
 
-void sweepFirstAxis(const StepKernel& kernel, const StepData& step, StepScratch& scratch) {
-  const StripArrays strip = scratch.strip(step, step.lastI - step.firstI + 1, kFirstStripLines);
+void sweepFirstAxis(const StepKernel& kernel, const StepData& step, StepWorkspace& workspace) {
+  const StripArrays strip = workspace.strip(step, step.lastI - step.firstI + 1, kFirstStripLines);
   BedRows rows(kernel, step);
   for (std::ptrdiff_t j = step.firstJ; j <= step.lastJ; j += kFirstStripLines) {
     kernel.sweepFirstAxis(step, strip, j);
@@ -58,23 +58,28 @@ void sweepFirstAxis(const StepKernel& kernel, const StepData& step, StepScratch&
   rows.finish();
 }
 
-}  // namespace
-
 // Neither the bed at sides nor the flow is changed before all sweeps that look at it are through, so the
 // sweeps do not see each other; their order fixes the last bits only.
-void morphologyStep(const StepInput& in, const Area& area, StepScratch& scratch) {
-  if (scratch.processor() == Processor::Plain) return plainStep(in, area);
-  const StepKernel& kernel = stepKernel(scratch.processor());
+void stepByLanes(const StepKernel& kernel, const StepInput& in, const Area& area,
+                 StepWorkspace& workspace) {
   StepData step = stepData(in, area);
   if (!isEmpty(area))
-    step.map = scratch.blockMap(area.lastJ - area.firstJ + 1, area.lastI - area.firstI + 1);
+    step.map = workspace.blockMap(area.lastJ - area.firstJ + 1, area.lastI - area.firstI + 1);
   for (int j = 1; j <= in.bed.zc.m(); ++j) kernel.startRow(step, j);
   // Without cells an area still has corners and sides on its rim.
   if (isEmpty(area)) return rebuildCornersAndSides(in, area);
 
-  useUniformValues(step, kernel, scratch.uniformValues());
-  sweepSecondAxis(kernel, step, scratch);
-  sweepFirstAxis(kernel, step, scratch);
+  useUniformValues(step, kernel, workspace.uniformValues());
+  sweepSecondAxis(kernel, step, workspace);
+  sweepFirstAxis(kernel, step, workspace);
+}
+
+}  // namespace
+
+void morphologyStep(const StepInput& in, const Area& area, StepWorkspace& workspace) {
+  const StepKernel* kernel = kernelOf(workspace.processor());
+  if (kernel == nullptr) return plainStep(in, area);
+  stepByLanes(*kernel, in, area, workspace);
 }
 
 }  // namespace nivaro

@@ -2,8 +2,8 @@
 // will not set them, and the blocks of a row of the area are told apart.
 #pragma once
 
-#include "morphology/lanes.hpp"
-#include "morphology/step_data.hpp"
+#include "morphology/engine/step_data.hpp"
+#include "morphology/engine/vector.hpp"
 
 namespace nivaro {
 

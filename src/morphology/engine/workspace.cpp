@@ -1,4 +1,4 @@
-#include "morphology/step_scratch.hpp"
+#include "morphology/engine/workspace.hpp"
 
 #include <cstdint>
 
@@ -33,7 +33,7 @@ class Shelf {
 
 }  // namespace
 
-BlockMap StepScratch::blockMap(std::ptrdiff_t rows, std::ptrdiff_t cells) {
+BlockMap StepWorkspace::blockMap(std::ptrdiff_t rows, std::ptrdiff_t cells) {
   const std::ptrdiff_t perRow = (cells + kBlock - 1) / kBlock;
   const auto size = static_cast<std::size_t>(rows * perRow);
   if (blocks_.size() < size) blocks_.resize(size);
@@ -42,8 +42,8 @@ BlockMap StepScratch::blockMap(std::ptrdiff_t rows, std::ptrdiff_t cells) {
 
 // One position more than cells, for the last side, one before the first, and what lanes and pieces
 // reach beyond.
-StripArrays StepScratch::strip(const StepData& step, std::ptrdiff_t positions,
-                               std::ptrdiff_t lines) {
+StripArrays StepWorkspace::strip(const StepData& step, std::ptrdiff_t positions,
+                                 std::ptrdiff_t lines) {
   const bool centred = step.parameters.velocityCentred;
   constexpr std::ptrdiff_t beyond = 96;
   const auto rows = static_cast<std::size_t>(positions + beyond);

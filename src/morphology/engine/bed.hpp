@@ -3,8 +3,9 @@
 // functions serve; both do the same operations in the same order, to the last bit.
 #pragma once
 
-#include "morphology/lanes.hpp"
-#include "morphology/step_data.hpp"
+#include "morphology/engine/fallback.hpp"
+#include "morphology/engine/step_data.hpp"
+#include "morphology/engine/vector.hpp"
 
 namespace nivaro {
 

@@ -1,9 +1,9 @@
 // Compiled for AVX2 with fused multiply-add: run only after the processor was asked.
-#include "morphology/kernels_x86.hpp"
+#include "morphology/engine/kernel.hpp"
 
 #include <immintrin.h>
 
-#include "morphology/lanes.hpp"
+#include "morphology/engine/vector.hpp"
 
 namespace nivaro {
 
@@ -40,10 +40,10 @@ struct Lanes<Real4> {
 
 }  // namespace nivaro
 
-#include "morphology/kernel_lanes.hpp"
+#include "morphology/engine/kernel_of_lanes.hpp"
 
 namespace nivaro {
 
-const StepKernel kAvx2Kernel = kKernelLanes<Real4>;
+const StepKernel kAvx2Kernel = kKernelOfLanes<Real4>;
 
 }  // namespace nivaro

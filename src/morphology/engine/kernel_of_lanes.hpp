@@ -1,11 +1,11 @@
 // A step kernel from its templates, for the sources that compile it for one kind of processor.
 #pragma once
 
-#include "morphology/bed_lanes.hpp"
-#include "morphology/first_axis_lanes.hpp"
-#include "morphology/second_axis_lanes.hpp"
-#include "morphology/start_lanes.hpp"
-#include "morphology/step_kernel.hpp"
+#include "morphology/engine/bed.hpp"
+#include "morphology/engine/first_axis.hpp"
+#include "morphology/engine/kernel.hpp"
+#include "morphology/engine/second_axis.hpp"
+#include "morphology/engine/start.hpp"
 
 namespace nivaro {
 
@@ -28,7 +28,7 @@ void fifthRootLanes(const double* x, double* result, int count) {
 }
 
 template <class Real>
-constexpr StepKernel kKernelLanes = {
+constexpr StepKernel kKernelOfLanes = {
     startRow<Real>,         isUniform<Real>,        sweepSecondAxis<Real>,  sweepFirstAxis<Real>,
     limitAndRaiseRow<Real>, slumpRow<Real>,         raiseRowBySlumps<Real>, rebuildRow<Real>,
     logarithmLanes<Real>,   exponentialLanes<Real>, fifthRootLanes<Real>};

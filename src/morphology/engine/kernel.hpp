@@ -1,8 +1,8 @@
 // The parts of a step that are compiled for several kinds of processor.
 #pragma once
 
-#include "morphology/step_data.hpp"
-#include "morphology/strip.hpp"
+#include "morphology/engine/step_data.hpp"
+#include "morphology/engine/strip.hpp"
 
 namespace nivaro {
 
@@ -28,13 +28,13 @@ struct StepKernel {
   void (*sweepSecondAxis)(const StepData& step, const StripArrays& strip, std::ptrdiff_t firstI);
   void (*sweepFirstAxis)(const StepData& step, const StripArrays& strip, std::ptrdiff_t firstJ);
 
-  // What follows, each for row j (bed_lanes.hpp).
+  // What follows, each for row j (bed.hpp).
   void (*limitAndRaiseRow)(const StepData& step, std::ptrdiff_t j);
   void (*slumpRow)(const StepData& step, std::ptrdiff_t j);
   void (*raiseRowBySlumps)(const StepData& step, std::ptrdiff_t j);
   void (*rebuildRow)(const StepData& step, std::ptrdiff_t j);
 
-  // For the tests: the functions of lanes_math.hpp.
+  // For the tests: the functions of vector.hpp.
   void (*logarithms)(const double* x, double* result, int count);
   void (*exponentials)(const double* x, double* result, int count);
   void (*fifthRoots)(const double* x, double* result, int count);
@@ -45,7 +45,11 @@ bool isSupported(Processor processor);
 // The one with most lanes that this machine has.
 Processor bestProcessor();
 
-// Of a kind that is supported.
-const StepKernel& stepKernel(Processor processor);
+// Null for the plain step, and where this machine cannot run it. One source for each family of processors.
+const StepKernel* kernelOf(Processor processor);
+
+extern const StepKernel kPortableKernel;
+extern const StepKernel kAvx2Kernel;  // of the x86 family, as the next
+extern const StepKernel kAvx512Kernel;
 
 }  // namespace nivaro
