@@ -1,4 +1,5 @@
-// One morphology time step of one domain, on the processor at hand.
+// The step of one domain, on the processor at hand: the plain one, or the same many sides at once.
+// docs/engine.md tells how grid, strips, blocks, columns and masks hang together.
 #pragma once
 
 #include "morphology/engine/workspace.hpp"
