@@ -29,14 +29,6 @@ void plainStep(benchmark::State& state, const Shape& shape) {
   countCells(state, domain);
 }
 
-struct Name {
-  Processor processor;
-  const char* text;
-};
-
-constexpr Name kProcessors[] = {
-    {Processor::Portable, "portable"}, {Processor::Avx2, "avx2"}, {Processor::Avx512, "avx512"}};
-
 struct Variant {
   const char* text;
   bool variedGrains;
@@ -57,8 +49,8 @@ void registerAll() {
       const std::string name = std::string("/") + variant.text + "/" + std::to_string(size);
       const auto unit = benchmark::kMillisecond;
       benchmark::RegisterBenchmark(("plain" + name).c_str(), plainStep, shape)->Unit(unit);
-      for (const auto& [processor, text] : kProcessors)
-        if (isSupported(processor))
+      for (const auto& [text, processor] : kProcessors)
+        if (processor != Processor::Plain && isSupported(processor))
           benchmark::RegisterBenchmark((text + name).c_str(), librarysStep, shape, processor)
               ->Unit(unit);
     }

@@ -21,6 +21,22 @@ void writeBanner(Module& module) {
                               .line2 = "Support: " + std::string(kSupportAddress)});
 }
 
+// Who doubts the engine's results may have them from the plain step, or from another kind of processor.
+void chooseProcessor(Module& module) {
+  const std::string wanted = module.process.environment("NIVARO_PROCESSOR");
+  if (wanted.empty()) return;
+  for (const auto& [name, processor] : kProcessors) {
+    if (wanted != name || !isSupported(processor)) continue;
+    module.stepWorkspace = StepWorkspace(processor);
+    module.diagnostics.deliver({.line1 = "NIVARO_PROCESSOR: morphology steps run on " + wanted});
+    return;
+  }
+  module.diagnostics.deliver(
+      {.line1 = "WARNING - NIVARO_PROCESSOR names no kind of processor that this machine has.",
+       .line2 = "Steps run on the fastest kind.  Known are plain, portable, avx2 and avx512.",
+       .detail1 = wanted});
+}
+
 }  // namespace
 
 void startUp(Module& module, const StartUpArguments& arguments) {
@@ -32,6 +48,7 @@ void startUp(Module& module, const StartUpArguments& arguments) {
   module.record.log_unit = module.logUnit;
   module.gisLayers.setLogUnit(module.logUnit);
   writeBanner(module);
+  chooseProcessor(module);
 
   module.workspace.open(fileName(arguments.outputPrefix, "_mor.wor"), arguments.simulationName);
   module.gisSettings = arguments.gis;

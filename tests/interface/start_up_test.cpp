@@ -8,7 +8,7 @@ namespace {
 
 struct StartUp : testing::Test, test::TestModule {
   // Texts as a host passes them, blanks included.
-  StartUp() {
+  void start() {
     startUp(module, {.simulationName = "Run_01   ",
                      .outputPrefix = prefix + "   ",
                      .logPrefix = prefix + " ",
@@ -20,6 +20,7 @@ struct StartUp : testing::Test, test::TestModule {
 };
 
 TEST_F(StartUp, OpensItsFilesAndWritesTheBanner) {
+  start();
   const std::string banner =
       "\nNIVARO MORPHOLOGY Module Build 2007-07-AA\nSupport: " + std::string(kSupportAddress) +
       "\n";
@@ -39,6 +40,20 @@ TEST_F(StartUp, OpensItsFilesAndWritesTheBanner) {
   EXPECT_EQ(module.gisSettings.hostProjection, "COORDSYS");
   module.dataset.writeEnd();
   EXPECT_EQ(folder.bytes("Run_01_morDH.dat").size(), 4U);  // one card, from the first slot alone
+}
+
+TEST_F(StartUp, LetsTheUserChooseWhatComputesSteps) {
+  process.variables["NIVARO_PROCESSOR"] = "plain";
+  start();
+  EXPECT_EQ(module.stepWorkspace.processor(), Processor::Plain);
+  EXPECT_TRUE(console.shows("\nNIVARO_PROCESSOR: morphology steps run on plain\n"));
+}
+
+TEST_F(StartUp, WarnsOfAKindOfProcessorThatDoesNotExist) {
+  process.variables["NIVARO_PROCESSOR"] = "Plain";
+  start();
+  EXPECT_EQ(module.stepWorkspace.processor(), bestProcessor());
+  EXPECT_TRUE(console.shows("WARNING - NIVARO_PROCESSOR names no kind of processor"));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -43,6 +44,12 @@ struct ProcessEnded {
 class RecordingProcess final : public Process {
  public:
   [[noreturn]] void end(int exitCode) override { throw ProcessEnded{exitCode}; }
+  std::string environment(const char* name) const override {
+    const auto found = variables.find(name);
+    return found == variables.end() ? "" : found->second;
+  }
+
+  std::map<std::string, std::string> variables;
 };
 
 // The exit code of an action that ends the run; -1 when it does not.

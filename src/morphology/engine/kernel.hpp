@@ -13,6 +13,16 @@ enum class Processor {
   Avx512,    // eight lanes
 };
 
+struct NamedProcessor {
+  const char* name;  // in small letters
+  Processor processor;
+};
+
+constexpr NamedProcessor kProcessors[] = {{"plain", Processor::Plain},
+                                          {"portable", Processor::Portable},
+                                          {"avx2", Processor::Avx2},
+                                          {"avx512", Processor::Avx512}};
+
 // Results differ in the last bits between the kinds, never between two calls of one kind.
 struct StepKernel {
   // For each row of the grid, first: clears the fields of the step where the sweeps will not set them and
