@@ -1,6 +1,7 @@
 // Suspended sand carried cell to cell along the lines of a strip, a line in each lane. The case tables
 // are those of docs/numerics.md: t is what is carried, u the transport through the side that the sweep
-// comes from, w that through the side that it goes to. A number that is none meets no case.
+// comes from, w that through the side that it goes to. A number that is none meets no case. And the change
+// of the bed, with concentration and adaptation, that the sweeps leave in the cells they pass.
 #pragma once
 
 #include "morphology/deposition.hpp"

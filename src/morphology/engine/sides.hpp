@@ -1,5 +1,5 @@
-// Flow and transport at the sides of one row of the grid, several sides at once. Lanes run along the
-// first index whatever the axis, since that is how the host's arrays lie.
+// What the sides of a row of cells need to know of them, and flow and transport at these sides, several at
+// once. Lanes run along the first index whatever the axis, since that is how the host's arrays lie.
 #pragma once
 
 #include "morphology/cell.hpp"
@@ -10,7 +10,7 @@
 
 namespace nivaro {
 
-// Cells of one row: what both their sides need. Masks are 0 or -1.
+// Cells of one row: which are active, and their grains. Masks are 0 or -1.
 template <class Real>
 struct CellRow {
   std::int64_t* active = nullptr;  // and in the area

@@ -1,5 +1,6 @@
-// The vector type of the kernel: several reals, one in each lane, worked on at once. It is the
-// compiler's own vector extension; what the extension leaves out is a member of Lanes.
+// The vector type of the engine: several reals, one in each lane, worked on at once; and their logarithm,
+// exponential and fifth root. It is the compiler's own vector extension; what the extension leaves out is
+// a member of Lanes.
 //
 // Code over lanes is compiled once for each kind of processor. It consists of templates over the
 // vector type, which no two kinds share, and calls no inline function of another header: the linker
