@@ -1,5 +1,5 @@
-// The C library's functions under the names of ours: what the plain form of the step is measured with.
-// They are faster and differ from system to system.
+// The C library's functions under the names of ours, for the plain form of the step as it is measured. They
+// are faster and differ from system to system.
 #include <cmath>
 
 #include "morphology/elementary.hpp"

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "benchmark_domain.hpp"
-#include "morphology/morphology_step.hpp"
-#include "morphology/reference_step.hpp"
+#include "morphology/engine/morphology_step.hpp"
+#include "plain_form.hpp"
 
 namespace nivaro::bench {
 namespace {
@@ -17,25 +17,17 @@ void countCells(benchmark::State& state, const Domain& domain) {
 
 void librarysStep(benchmark::State& state, const Shape& shape, Processor processor) {
   Domain domain(shape);
-  StepScratch scratch(processor);
-  morphologyStep(domain.input(), domain.area(), scratch);
-  for (auto _ : state) morphologyStep(domain.input(), domain.area(), scratch);
+  StepWorkspace workspace(processor);
+  morphologyStep(domain.input(), domain.area(), workspace);
+  for (auto _ : state) morphologyStep(domain.input(), domain.area(), workspace);
   countCells(state, domain);
 }
 
 void plainStep(benchmark::State& state, const Shape& shape) {
   Domain domain(shape);
-  for (auto _ : state) reference::step(domain.input(), domain.area());
+  for (auto _ : state) plainForm(domain.input(), domain.area());
   countCells(state, domain);
 }
-
-struct Name {
-  Processor processor;
-  const char* text;
-};
-
-constexpr Name kProcessors[] = {
-    {Processor::Portable, "portable"}, {Processor::Avx2, "avx2"}, {Processor::Avx512, "avx512"}};
 
 struct Variant {
   const char* text;
@@ -57,8 +49,8 @@ void registerAll() {
       const std::string name = std::string("/") + variant.text + "/" + std::to_string(size);
       const auto unit = benchmark::kMillisecond;
       benchmark::RegisterBenchmark(("plain" + name).c_str(), plainStep, shape)->Unit(unit);
-      for (const auto& [processor, text] : kProcessors)
-        if (isSupported(processor))
+      for (const auto& [text, processor] : kProcessors)
+        if (processor != Processor::Plain && isSupported(processor))
           benchmark::RegisterBenchmark((text + name).c_str(), librarysStep, shape, processor)
               ->Unit(unit);
     }

@@ -8,10 +8,11 @@ import pathlib
 import re
 import sys
 
-# What control may include of the kernel: data only.
+# What control may include of the step: data only.
 CONTROL_FROM_MORPHOLOGY = {"morphology/parameters.hpp", "morphology/fields.hpp"}
 
-# The morphology kernel is pure: nothing of the platform that could do input or output.
+# The step and its engine are pure: nothing of the platform that could do input or output.
+PURE = {"morphology", "morphology/engine"}
 MORPHOLOGY_FROM_PLATFORM = {"platform/grid.hpp", "platform/logical.hpp"}
 
 # The public header belongs to the message record (which lays it out) and the skin.
@@ -47,9 +48,9 @@ def check_include(floors, file, floor, include, errors):
     elif target != floor and target not in floors[floor]:
         errors.append(f"{file}: {floor} must not include {include}")
     elif (floor, target) == ("control", "morphology") and include not in CONTROL_FROM_MORPHOLOGY:
-        errors.append(f"{file}: control may include only data of the kernel, not {include}")
-    elif (floor, target) == ("morphology", "platform") and include not in MORPHOLOGY_FROM_PLATFORM:
-        errors.append(f"{file}: the kernel is pure and must not include {include}")
+        errors.append(f"{file}: control may include only data of the step, not {include}")
+    elif floor in PURE and target == "platform" and include not in MORPHOLOGY_FROM_PLATFORM:
+        errors.append(f"{file}: the step is pure and must not include {include}")
 
 
 def find_cycle(graph):

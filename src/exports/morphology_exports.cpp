@@ -47,7 +47,8 @@ void QVMOR_INITIALISE_S1(const char* simulationName, const char* outputPrefix,
                          kept(checkLayerHeaderSource, checkLayerHeaderSourceLength, kKept),
                      .hostProjection = kept(hostProjection, hostProjectionLength, kKept),
                      .projectionIsError = isTrue(*projectionError)},
-             .messageLayers = environmentVariable("NIVARO_MESSAGE_LAYERS")});
+             .messageLayers = environmentVariable("NIVARO_MESSAGE_LAYERS"),
+             .processor = environmentVariable("NIVARO_PROCESSOR")});
   });
 }
 

@@ -4,7 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "morphology/morphology_step.hpp"
+#include "morphology/bed_rebuild.hpp"
+#include "morphology/engine/morphology_step.hpp"
 #include "platform/support.hpp"
 
 namespace nivaro {
@@ -78,7 +79,7 @@ void runMorphology(Module& module, const MorphologyCall& call) {
     return;
   }
   if (call.skip || !active) return;
-  morphologyStep(input, call.area, module.stepScratch);
+  morphologyStep(input, call.area, module.stepWorkspace);
 }
 
 void writeDatasetValues(Module& module, const DatasetValuesCall& call) {

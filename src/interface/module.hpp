@@ -18,7 +18,7 @@
 #include "messages/record.hpp"
 #include "messages/workspace_list.hpp"
 #include "messages/writer.hpp"
-#include "morphology/step_scratch.hpp"
+#include "morphology/engine/workspace.hpp"
 #include "output/check_layer.hpp"
 #include "output/sms_dataset.hpp"
 #include "platform/console.hpp"
@@ -55,7 +55,7 @@ struct Module {
   ControlFileReader controlFile;
   DomainFieldTable fields;
   ParameterTable parameters;
-  StepScratch stepScratch;
+  StepWorkspace stepWorkspace;
   SmsDataset dataset;
   CheckLayer checkLayer;
 };

@@ -29,6 +29,22 @@ void warnOfFormat(Module& module, std::string_view word) {
                               .line2 = "Messages layers are written as \"mif\"."});
 }
 
+// Who doubts the engine's results may have them from the plain step, or from another kind of processor.
+void chooseProcessor(Module& module, std::string_view word) {
+  const std::string wanted = lowerCase(stripped(word));
+  if (wanted.empty()) return;
+  for (const auto& [name, processor] : kProcessors) {
+    if (wanted != name || !isSupported(processor)) continue;
+    module.stepWorkspace = StepWorkspace(processor);
+    module.diagnostics.deliver({.line1 = "NIVARO_PROCESSOR: morphology steps run on " + wanted});
+    return;
+  }
+  module.diagnostics.deliver(
+      {.line1 = "WARNING 0440 - NIVARO_PROCESSOR is \"" + oneLine(trimmed(word)) +
+                "\", which is no kind of processor that this machine has.",
+       .line2 = "Steps run on the fastest kind.  Known are plain, portable, avx2 and avx512."});
+}
+
 }  // namespace
 
 void startUp(Module& module, const StartUpArguments& arguments) {
@@ -42,6 +58,7 @@ void startUp(Module& module, const StartUpArguments& arguments) {
   module.record.log_unit = module.logUnit;
   module.gisLayers.setLogUnit(module.logUnit);
   writeBanner(module);
+  chooseProcessor(module, arguments.processor);
 
   module.workspace.open(fileName(arguments.outputPrefix, "_mor.wor"), arguments.simulationName);
   module.gisSettings = arguments.gis;

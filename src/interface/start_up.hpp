@@ -12,7 +12,9 @@ struct StartUpArguments {
   std::string_view outputPrefix;  // folder and base name of workspace and dataset
   std::string_view logPrefix;     // folder and base name of the log
   GisSettings gis;
-  std::string_view messageLayers = "";  // format of the messages layers: a word of the user's
+  // Words of the user's:
+  std::string_view messageLayers = "";  // format of the messages layers
+  std::string_view processor = "";      // what computes the steps
 };
 
 void startUp(Module& module, const StartUpArguments& arguments);

@@ -2,29 +2,26 @@
 
 #include <algorithm>
 
-#include "morphology/activity.hpp"
-
 namespace nivaro {
 namespace {
 
 // Cells beyond the grid have no bed, so that an area that fills the grid is served too.
 bool hasBed(const StepInput& in, Cell c) {
-  const auto& code = in.fields.bedCode;
-  return c.i <= code.n() && c.j <= code.m() && hasMovableBed(code(c.i, c.j));
+  return c.i <= in.fields.bedCode.n() && c.j <= in.fields.bedCode.m() && hasMovableBed(in, c);
 }
 
 double sideDepth(const StepInput& in, Cell a, Cell b) {
-  const double first = in.bed.zc(a.i, a.j);
-  const double second = in.bed.zc(b.i, b.j);
+  const double first = at(in.bed.zc, a);
+  const double second = at(in.bed.zc, b);
   return in.parameters.cellSidesHigh ? std::min(first, second) : 0.5 * (first + second);
 }
 
 void rebuildSides(const StepInput& in, Cell c) {
-  const Cell nextFirst{c.i + 1, c.j};
-  const Cell nextSecond{c.i, c.j + 1};
+  const Cell nextFirst = moved(c, Axis::First, 1);
+  const Cell nextSecond = moved(c, Axis::Second, 1);
   if (!hasBed(in, c)) return;
-  if (hasBed(in, nextSecond)) in.bed.z2(c.i, c.j) = sideDepth(in, c, nextSecond);
-  if (hasBed(in, nextFirst)) in.bed.z1(c.i, c.j) = sideDepth(in, c, nextFirst);
+  if (hasBed(in, nextSecond)) at(in.bed.z2, c) = sideDepth(in, c, nextSecond);
+  if (hasBed(in, nextFirst)) at(in.bed.z1, c) = sideDepth(in, c, nextFirst);
 }
 
 void rebuildCorner(const StepInput& in, Cell c) {
@@ -33,10 +30,31 @@ void rebuildCorner(const StepInput& in, Cell c) {
   int count = 0;
   for (const Cell& cell : around) {
     if (!hasBed(in, cell)) continue;
-    sum += in.bed.zc(cell.i, cell.j);
+    sum += at(in.bed.zc, cell);
     ++count;
   }
-  if (count > 0) in.bed.zpts(c.i, c.j) = sum / count;
+  if (count > 0) at(in.bed.zpts, c) = sum / count;
+}
+
+// Sets the bed code to 0 in every cell outside the area.
+void confineBedCodes(const StepInput& in, const Area& area) {
+  const auto& code = in.fields.bedCode;
+  for (int j = 1; j <= code.m(); ++j) {
+    const bool rowInside = j >= area.firstJ && j <= area.lastJ;
+    for (int i = 1; i <= code.n(); ++i) {
+      if (!rowInside || i < area.firstI || i > area.lastI) code(i, j) = 0;
+    }
+  }
+}
+
+// Lowers the bed limits of the area that lie above the present bed to it.
+void lowerBedLimits(const StepInput& in, const Area& area) {
+  for (int j = area.firstJ; j <= area.lastJ; ++j) {
+    for (int i = area.firstI; i <= area.lastI; ++i) {
+      if (!hasMovableBed(in, {i, j})) continue;
+      in.fields.bedLimit(i, j) = std::min(in.fields.bedLimit(i, j), -in.bed.zc(i, j));
+    }
+  }
 }
 
 }  // namespace
@@ -56,23 +74,10 @@ void rebuildCornersAndSides(const StepInput& in, const Area& area) {
     rebuildCornersAndSides(in, {firstI, j}, lastI - firstI + 1);
 }
 
-void confineBedCodes(const StepInput& in, const Area& area) {
-  const auto& code = in.fields.bedCode;
-  for (int j = 1; j <= code.m(); ++j) {
-    const bool rowInside = j >= area.firstJ && j <= area.lastJ;
-    for (int i = 1; i <= code.n(); ++i) {
-      if (!rowInside || i < area.firstI || i > area.lastI) code(i, j) = 0;
-    }
-  }
-}
-
-void lowerBedLimits(const StepInput& in, const Area& area) {
-  for (int j = area.firstJ; j <= area.lastJ; ++j) {
-    for (int i = area.firstI; i <= area.lastI; ++i) {
-      if (!hasMovableBed(in.fields.bedCode(i, j))) continue;
-      in.fields.bedLimit(i, j) = std::min(in.fields.bedLimit(i, j), -in.bed.zc(i, j));
-    }
-  }
+void smoothBed(const StepInput& in, const Area& area) {
+  confineBedCodes(in, area);
+  lowerBedLimits(in, area);
+  rebuildCornersAndSides(in, area);
 }
 
 }  // namespace nivaro

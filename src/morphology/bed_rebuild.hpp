@@ -1,10 +1,8 @@
-// The host's bed at corners and sides, derived from the cells, and what the smoothing call settles
-// beforehand.
+// The host's bed at corners and sides, derived from the cells, and the smoothing call, which settles beds
+// and codes before the first step.
 #pragma once
 
 #include "morphology/cell.hpp"
-#include "morphology/fields.hpp"
-#include "platform/grid.hpp"
 
 namespace nivaro {
 
@@ -15,10 +13,8 @@ void rebuildCornersAndSides(const StepInput& in, const Area& area);
 // Those above `count` cells of a row.
 void rebuildCornersAndSides(const StepInput& in, Cell first, int count);
 
-// Sets the bed code to 0 in every cell outside the area.
-void confineBedCodes(const StepInput& in, const Area& area);
-
-// Lowers the bed limits of the area that lie above the present bed to it.
-void lowerBedLimits(const StepInput& in, const Area& area);
+// Set-up of a domain: confines the bed codes to the area, lowers bed limits that lie above the bed
+// and rebuilds corners and sides from the cells. Flow and settings are not read.
+void smoothBed(const StepInput& in, const Area& area);
 
 }  // namespace nivaro

@@ -1,8 +1,6 @@
 #include "morphology/deposition.hpp"
 
-#include "morphology/clamp.hpp"
 #include "morphology/elementary.hpp"
-#include "morphology/transport_constants.hpp"
 
 namespace nivaro {
 namespace {

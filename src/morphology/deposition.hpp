@@ -3,6 +3,8 @@
 
 namespace nivaro {
 
+constexpr double kSmallestDischarge = 0.000001;  // m2/s, so that still water has a concentration
+
 // A cell that sand enters with more than its outflow side can carry. Velocities are positive in the
 // direction of the sand.
 struct Settling {

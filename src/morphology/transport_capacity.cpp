@@ -16,7 +16,6 @@
 #include <cmath>
 
 #include "morphology/elementary.hpp"
-#include "morphology/transport_constants.hpp"
 
 namespace nivaro {
 namespace {

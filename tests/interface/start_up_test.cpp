@@ -10,11 +10,12 @@ namespace {
 
 struct StartUp : testing::Test, test::TestModule {
   // Texts as a host passes them, blanks included.
-  StartUp() {
+  void start(std::string_view processor = "") {
     startUp(module, {.simulationName = "Run_01   ",
                      .outputPrefix = prefix + "   ",
                      .logPrefix = prefix + " ",
-                     .gis = {.hostProjection = "COORDSYS"}});
+                     .gis = {.hostProjection = "COORDSYS"},
+                     .processor = processor});
   }
 
   test::TempFolder folder;
@@ -39,7 +40,8 @@ TEST_F(StartUp, AWordOfTheUserChoosesTheFormatOfTheMessagesLayers) {
                      .outputPrefix = run,
                      .logPrefix = run,
                      .gis = {},
-                     .messageLayers = word});
+                     .messageLayers = word,
+                     .processor = ""});
     EXPECT_EQ(console.shows("WARNING 0438 - NIVARO_MESSAGE_LAYERS is \"" + std::string(word) +
                             "\", which is not \"mif\", \"shp\" or \"both\".\n"),
               isUnknown);
@@ -54,6 +56,7 @@ TEST_F(StartUp, AWordOfTheUserChoosesTheFormatOfTheMessagesLayers) {
 }
 
 TEST_F(StartUp, OpensItsFilesAndWritesTheBanner) {
+  start();
   const std::string banner =
       "\nNIVARO MORPHOLOGY Module Build 2007-07-AA\nSupport: " + std::string(kSupportAddress) +
       "\n";
@@ -73,6 +76,15 @@ TEST_F(StartUp, OpensItsFilesAndWritesTheBanner) {
   EXPECT_EQ(module.gisSettings.hostProjection, "COORDSYS");
   module.dataset.writeEnd();
   EXPECT_EQ(folder.bytes("Run_01_morDH.dat").size(), 4U);  // one card, from the first slot alone
+}
+
+TEST_F(StartUp, LetsTheUserChooseWhatComputesSteps) {
+  start(" Plain ");
+  EXPECT_EQ(module.stepWorkspace.processor(), Processor::Plain);
+  EXPECT_TRUE(console.shows("\nNIVARO_PROCESSOR: morphology steps run on plain\n"));
+  prefix = folder.path("Run_02");
+  start("fast");
+  EXPECT_TRUE(console.shows("WARNING 0440 - NIVARO_PROCESSOR is \"fast\", which is no kind"));
 }
 
 }  // namespace

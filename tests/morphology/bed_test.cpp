@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "morphology/morphology_step.hpp"
+#include "morphology/bed_rebuild.hpp"
 #include "morphology/slumping.hpp"
 #include "morphology/test_domain.hpp"
 
@@ -41,6 +41,29 @@ TEST(Slumping, HeightsAtTheEdgeOfEachRule) {
     EXPECT_DOUBLE_EQ(d.applied[left], height) << name;
     EXPECT_DOUBLE_EQ(d.applied[right], -height) << name;
   }
+}
+
+// A pit of 2 m, s1 = 0.5 m, s2 = 1 m, 1 in 1: 2 (1 - 0.5 / 2) = 1.5 falls from either side along the first
+// index, 2 (1 - 1 / 2) = 1 along the second, nothing from the rim of the grid, which stands high.
+TEST(Slumping, APitTakesFromItsNeighboursInTheAreaWhenItIsWet) {
+  TestDomain d(5, 5);
+  d.zc.assign(d.size, -7.0);
+  for (int j = 2; j <= 4; ++j)
+    for (int i = 2; i <= 4; ++i) d.grid(d.zc)(i, j) = i == 3 && j == 3 ? 4.0 : 2.0;
+  d.settings.slumpDistanceFirst = 0.5;
+  d.settings.slumpDistanceSecond = 1.0;
+  d.parameters.slumpBedChangeLimit = 9.0;
+  TestDomain::Reals expected(d.size, 0.0);
+  addSlumping(d.input(), d.area);
+  expected[12] = 5.0;
+  expected[11] = expected[13] = -1.5;
+  expected[7] = expected[17] = -1.0;
+  EXPECT_EQ(d.applied, expected);
+
+  d.applied.assign(d.size, 0.0);
+  d.wet[12] = 0;
+  addSlumping(d.input(), d.area);
+  EXPECT_EQ(d.applied, TestDomain::Reals(d.size, 0.0));
 }
 
 TEST(Smoothing, ConfinesCodesLowersLimitsAndRebuildsTheBed) {

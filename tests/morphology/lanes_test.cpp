@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "morphology/elementary.hpp"
+#include "morphology/engine/capacity.hpp"
 #include "morphology/random_domain.hpp"
 #include "morphology/transport_capacity.hpp"
-#include "morphology/transport_lanes.hpp"
 
 namespace nivaro {
 namespace {
@@ -74,7 +74,7 @@ TEST(Functions, AreRightToHalfALastPlaceAndInLanesToTwo) {
   for (const double x : {-1000.0, -745.0, -709.5, 709.5, 1000.0})
     EXPECT_EQ(exponential(x), std::exp(x));
   for (const Processor processor : supportedProcessors()) {
-    const StepKernel& kernel = stepKernel(processor);
+    const StepKernel& kernel = *kernelOf(processor);
     EXPECT_LT(largestError(kernel.logarithms, std::log, positive), 4.5e-16);
     EXPECT_LT(largestError(kernel.exponentials, std::exp, any), 4.5e-16);
     EXPECT_LT(largestError(kernel.fifthRoots, fifthRootOf, positive), 4.5e-16);

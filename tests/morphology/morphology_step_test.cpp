@@ -1,5 +1,5 @@
-// The whole step: against the plain transcription, and against a number derived by hand.
-#include "morphology/morphology_step.hpp"
+// The whole step: the engine against the plain form, and against a number derived by hand.
+#include "morphology/engine/morphology_step.hpp"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,8 @@
 #include <map>
 #include <string>
 
+#include "morphology/plain_step.hpp"
 #include "morphology/random_domain.hpp"
-#include "morphology/reference_step.hpp"
 #include "morphology/test_domain.hpp"
 #include "morphology/transport_capacity.hpp"
 
@@ -24,10 +24,8 @@ void spoil(Dice& dice, TestDomain& d) {
     if (dice.chance(0.3)) *value = 0.0;
   const double noNumber = std::numeric_limits<double>::quiet_NaN();
   const double infinite = std::numeric_limits<double>::infinity();
-  for (auto& [name, field] : d.reals())
-    if (dice.chance(0.1))
-      (*field)[static_cast<std::size_t>(dice.whole(0, static_cast<int>(d.size) - 1))] =
-          dice.oneOf({noNumber, infinite, -infinite, 0.0, 1.0});
+  spoilFields(dice, d, 0.2, dice.oneOf({0.01, 0.1}),
+              std::initializer_list<double>{noNumber, infinite, -infinite, 0.0, 1.0});
 }
 
 // Some grids are longer than a block of cells and a strip along the first index, some wider than one along
@@ -43,25 +41,25 @@ TestDomain randomDomain(unsigned seed) {
   return d;
 }
 
-TestDomain stepped(TestDomain d, StepScratch& scratch) {
-  morphologyStep(d.input(), d.area, scratch);
+TestDomain stepped(TestDomain d, StepWorkspace& workspace) {
+  morphologyStep(d.input(), d.area, workspace);
   return d;
 }
 
-TEST(MorphologyStep, AsThePlainTranscriptionOnEveryProcessor) {
+TEST(MorphologyStep, AsThePlainOneOnEveryProcessor) {
   // Working memory that has served other domains.
-  std::map<Processor, StepScratch> used;
+  std::map<Processor, StepWorkspace> used;
   for (const Processor processor : supportedProcessors()) used.emplace(processor, processor);
   for (unsigned seed = 1; seed <= 3000; ++seed) {
     const TestDomain start = randomDomain(seed);
     TestDomain expected = start;
-    reference::step(expected.input(), expected.area);
+    plainStep(expected.input(), expected.area);
     TestDomain portable = stepped(start, used.at(Processor::Portable));
     for (const Processor processor : supportedProcessors()) {
       const std::string what =
           "seed " + std::to_string(seed) + " on " + std::to_string(static_cast<int>(processor));
-      StepScratch scratch(processor);
-      TestDomain actual = stepped(start, used.at(processor)), again = stepped(start, scratch);
+      StepWorkspace workspace(processor);
+      TestDomain actual = stepped(start, used.at(processor)), again = stepped(start, workspace);
       ASSERT_NO_FATAL_FAILURE(expectSame(expected, actual, what, 1e-9));
       // In thousands of domains some cell settles so little that the digits of its adaptation cancel.
       if (seed <= 500) {
@@ -79,10 +77,10 @@ TEST(MorphologyStep, SameBitsWhereNoTransportIsComputed) {
     for (auto* v : {&expected.v1, &expected.v2}) v->assign(expected.size, 0.0005);
     expected.parameters.velocityCentred = false;
     TestDomain actual = expected;
-    StepScratch scratch;
+    StepWorkspace workspace;
     for (int time = 0; time < 2; ++time) {
-      reference::step(expected.input(), expected.area);
-      actual = stepped(actual, scratch);
+      plainStep(expected.input(), expected.area);
+      actual = stepped(actual, workspace);
     }
     ASSERT_NO_FATAL_FAILURE(expectSame(expected, actual, "seed " + std::to_string(seed)));
   }
@@ -98,8 +96,8 @@ TEST(MorphologyStep, SandThatAClosedEndStopsStaysInTheLastCell) {
   d.wet[11] = 0;
   d.v1.assign(d.size, 1.0);
   d.parameters.timeCentringFactor = 1.0;
-  StepScratch scratch;
-  d = stepped(d, scratch);
+  StepWorkspace workspace;
+  d = stepped(d, workspace);
 
   const Transport q =
       transportCapacity(2.0, 1.0, grainTerms(0.0002, d.parameters), 0.0003, d.parameters);

@@ -1,6 +1,7 @@
 // Domains with all that a step may meet, the same for the same seed.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <initializer_list>
 #include <iterator>
@@ -37,14 +38,18 @@ class Dice {
   std::mt19937 engine_;
 };
 
-// Water 1 to 3 m deep over a rough bed, flow of a main direction with eddies.
+// Water 1 to 3 m deep over a rough bed, flow of a main direction with eddies; at some sides it rests, to
+// the last bit. No two flow alike: whether equal transports erode or settle would be a matter of rounding.
 inline void fillFlowAndBed(Dice& dice, TestDomain& d) {
   dice.fill(d.level, -0.2, 0.2);
   for (auto* depth : {&d.zc, &d.z1, &d.z2}) dice.fill(*depth, 1.0, 3.0);
-  const double spread = dice.oneOf({0.0, 0.3, 1.5});
+  const double spread = dice.oneOf({0.01, 0.3, 1.5});
   for (auto* v : {&d.v1, &d.v2}) {
     const double mean = dice.oneOf({-1.0, 0.0, 1.0});
     dice.fill(*v, mean - spread, mean + spread);
+    const double resting = dice.oneOf({0.0, 0.0, 0.2, 0.9});
+    for (double& value : *v)
+      if (dice.chance(resting)) value = dice.oneOf({0.0, -0.0});
   }
 }
 
@@ -71,6 +76,8 @@ inline void levelFields(Dice& dice, TestDomain& d) {
     if (grains) field->assign(d.size, field->front());
   for (auto* field : {&d.inSituVoids, &d.depositionVoids})
     if (voids) field->assign(d.size, field->front());
+  // Cells outside the area may differ.
+  if (dice.chance(0.5)) std::fill_n(d.d50.begin(), d.n, 0.02);
   if (dice.chance(0.3)) d.bedLimit.assign(d.size, dice.oneOf({-99999.0, -1.5}));
   if (!dice.chance(d.n > 60 ? 0.8 : 0.3)) return;
   const int blockStart = dice.whole(2, 3) + 64 * dice.whole(0, (d.n - 3) / 64);
@@ -101,6 +108,16 @@ inline TestDomain randomDomain(Dice& dice, int n, int m) {
   levelFields(dice, d);
   fillOptions(dice, d);
   return d;
+}
+
+// Odd numbers in that share of the cells of that share of the fields.
+template <typename List>
+void spoilFields(Dice& dice, TestDomain& d, double fields, double cells, const List& oddNumbers) {
+  for (auto& [name, field] : d.reals()) {
+    if (!dice.chance(fields)) continue;
+    for (double& value : *field)
+      if (dice.chance(cells)) value = dice.oneOf(oddNumbers);
+  }
 }
 
 }  // namespace nivaro

@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "morphology/engine/kernel.hpp"
 #include "morphology/fields.hpp"
-#include "morphology/step_kernel.hpp"
 
 namespace nivaro {
 
@@ -86,10 +86,11 @@ struct TestDomain {
   MorphologyParameters parameters;
 };
 
+// Those that have a kernel.
 inline std::vector<Processor> supportedProcessors() {
   std::vector<Processor> result;
-  for (Processor p : {Processor::Portable, Processor::Avx2, Processor::Avx512})
-    if (isSupported(p)) result.push_back(p);
+  for (const auto& [name, processor] : kProcessors)
+    if (kernelOf(processor) != nullptr) result.push_back(processor);
   return result;
 }
 
