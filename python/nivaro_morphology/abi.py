@@ -152,8 +152,11 @@ def _encoded(text: Union[str, bytes]) -> bytes:
 
 def _pointer(value: Any, c_type: str, name: str) -> Any:
     """What ctypes passes for an argument, which keeps the memory that it points to."""
-    if value is None or isinstance(value, Address):
+    if value is None:
         return value
+    if isinstance(value, Address):
+        # ctypes passes references faster than addresses.
+        return ctypes.byref(ctypes.c_char.from_address(value.value or 0))
     if isinstance(value, (bool, int, float)) and c_type in _SINGLE_VALUES:
         return ctypes.byref(_SINGLE_VALUES[c_type](value))
     if hasattr(value, "ctypes"):  # of numpy
@@ -226,7 +229,7 @@ class Library:
         if result == "bool":
             return lambda: bool(function(*passed, *lengths) & 1)
         if result != "str":
-            return lambda: function(*passed, *lengths)
+            return functools.partial(function, *passed, *lengths)
         buffer = text_buffer("", length)
 
         def returned_text() -> str:

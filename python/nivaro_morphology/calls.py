@@ -45,14 +45,8 @@ def prepared(
         return value
 
     made = [library.prepared(routine, [argument(a) for a in args]) for routine, args in calls]
-    if len(made) == 2:
-        first, second = made
-
-        def both() -> None:
-            first()
-            second()
-
-        return both
+    if len(made) == 1:
+        return made[0]
 
     def all_calls() -> None:
         for call in made:

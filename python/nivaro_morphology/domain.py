@@ -11,6 +11,7 @@ from __future__ import annotations
 import dataclasses
 import math
 import os
+import sys
 from typing import Any, Literal, Mapping, Optional, Union, overload
 
 import numpy as np
@@ -44,6 +45,7 @@ _FIELDS = (
     "spare",
     "corner_change",
 )
+_ZERO = np.zeros(())  # numpy compares with an array faster than with a number
 _CELLS = (slice(MARGIN, -MARGIN), slice(MARGIN, -MARGIN))
 
 
@@ -203,7 +205,8 @@ class Domain:
             self._arrays[name].flags.writeable = False
 
         self._scratch = np.empty(self.settings.shape)
-        self._changed = np.empty(self.settings.shape, bool)
+        self._scratch_row = self._scratch.reshape(-1)
+        self._cells_where = np.empty(self.settings.shape, bool)
         self._find_edges(host, flags[0])
         self._smoothing = engine.prepare(self._morphology(smoothing=True))
         self._step = engine.prepare(self._morphology(smoothing=False))
@@ -223,7 +226,8 @@ class Domain:
         frame = (dx, dx, angle, float(x0), float(y0))
         works = (self._fields.at, self._codes.at, None, None, None)
         args = (path, self._number, self._last, rows, columns, *bounds, *frame, *works)
-        self._engine.run(self._engine.prepare([Call("QVMOR_RDINPF", args)]))
+        calls = [Call("QVMOR_RDINPF", args), self._options_call]
+        self._engine.run(self._engine.prepare(calls))
         for array in self._turned[:-1]:  # all but the bed
             self._from_layers(array)
 
@@ -302,14 +306,15 @@ class Domain:
             self._has_levels = True
         if wet_depth is not None:
             np.add(arrays["water_level"], self._zc, out=self._scratch)
-            np.greater(self._scratch, wet_depth, out=arrays["wet"])
+            np.greater(self._scratch, wet_depth, out=self._cells_where)
+            arrays["wet"][...] = self._cells_where
         if self.settings.outside != "own":
             self._bring_edges()
         self._engine.run(self._step)
-        # Numbers that are none show in the sum of all.
-        if not math.isfinite(np.add.reduce(self._zc, axis=None)):
+        np.negative(self._zc, out=self._scratch)
+        if not math.isfinite(self._scratch_row.dot(self._scratch_row)):  # the fastest look at all
             raise self._no_number()
-        np.negative(self._zc, out=arrays["bed"])
+        arrays["bed"][...] = self._scratch
 
     def state(self) -> dict[str, Array]:
         """Copies of all that a later run needs to go on bit for bit, to be kept with `numpy.savez`."""
@@ -354,7 +359,13 @@ class Domain:
         works = (self._fields.at, self._codes.at, None, None, None, self._number)
         place = (*self._counts, *self._area, dx, dx, dx, None, self._seconds.at)
         args = [smoothing, False, False, *flags, *arrays, *place, *rule, *works]
-        return [Call("QVMOR_INIT_2D_DOMAIN", (self._number,)), Call("QVMORPHOLOGY", args)]
+        call = Call("QVMORPHOLOGY", args)
+        # The options of an only domain stay the current ones.
+        return [call] if self._last == 1 else [self._options_call, call]
+
+    @property
+    def _options_call(self) -> Call:
+        return Call("QVMOR_INIT_2D_DOMAIN", (self._number,))
 
     def _from_layers(self, array: Array) -> None:
         rows, columns = array.shape
@@ -368,8 +379,8 @@ class Domain:
         """Gives the library the caller's bed, with sides and corners, where it is not the library's."""
         bed, scratch = self._arrays["bed"], self._scratch
         np.negative(bed, out=scratch)
-        np.not_equal(scratch, self._zc, out=self._changed)
-        if self._started and not self._changed.any():
+        changed = np.not_equal(scratch, self._zc, out=self._cells_where)
+        if self._started and not np.count_nonzero(changed):
             return
         if not np.isfinite(bed).all():
             where = np.argwhere(~np.isfinite(bed))[0].tolist()
@@ -378,10 +389,10 @@ class Domain:
             )
         first = not self._started
         if first:
-            self._changed[...] = True
+            changed[...] = True
         self._zc[...] = scratch
         if self.settings.outside != "own":
-            self._continue_bed(np.pad(self._changed, MARGIN, mode="edge"))
+            self._continue_bed(np.pad(changed, MARGIN, mode="edge"))
         # Smoothing lowers bed limits to the bed. That is for the start: later a bed below its limit is
         # one that bed load has worn.
         limits = self._padded["bed_limit"]
@@ -405,36 +416,41 @@ class Domain:
     def _find_edges(self, host: Array, wet: Array) -> None:
         """Where the sides of the edges lie, the cells inside and outside of them, all in one row."""
         self._all_host, self._all_wet = host.reshape(-1), wet.reshape(-1)
-        size = wet.size
-        cell = np.arange(size).reshape(wet.shape)
-        inner = cell[_CELLS]
-        # The last cell before each edge, the way out, and the first of both: it names the side.
+        start = {name: k * wet.size for k, name in enumerate(_HOST)}
         row = self._padded_shape[1]
+        inner = np.arange(wet.size).reshape(wet.shape)[_CELLS]
         edges = [(inner[:, 0], -1), (inner[:, -1], 1), (inner[0], -row), (inner[-1], row)]
         inside = np.concatenate([cells for cells, _ in edges])
-        outward = np.concatenate([np.full(cells.size, way) for cells, way in edges])
-        side = np.minimum(inside, inside + outward)
-        v1, v2 = (size * _HOST.index(name) for name in ("v1", "v2"))
-        z1, z2, zc = (size * _HOST.index(name) for name in ("z1", "z2", "zc"))
-        along_x = np.abs(outward) == 1
-        self._outward = np.sign(outward).astype(float)
-        self._inside, self._outside = inside, inside + outward
-        self._velocity = side + np.where(along_x, v1, v2)
-        self._inside_bed = inside + zc
-        self._outside_bed = inside + outward + zc
-        self._side_bed = side + np.where(along_x, z1, z2)
+        way_out = np.concatenate([np.full(cells.size, way) for cells, way in edges])
+        outside = inside + way_out
+        side = np.minimum(inside, outside)  # named for the lower of its cells
+        velocity = side + np.where(np.abs(way_out) == 1, start["v1"], start["v2"])
+        side_bed = velocity - start["v1"] + start["z1"]
+        self._outside = outside
+        self._outward = np.sign(way_out).astype(float)
+        self._from = np.stack([velocity, inside, inside + start["zc"], outside + start["zc"]])
+        self._to = np.concatenate([outside, outside + start["zc"], side_bed])
+        self._edge = np.empty(self._from.shape)
+        self._edge_open = np.zeros(inside.size, "i4")
+        low_byte = 0 if sys.byteorder == "little" else 3
+        self._edge_open_bytes = self._edge_open.view(np.bool_)[low_byte::4]
+        self._edge_enters = np.empty(inside.size, bool)
 
     def _bring_edges(self) -> None:
         """Opens the edges that water crosses, with the level inside, and lets the bed outside follow."""
-        host = self._all_host
-        velocity = host.take(self._velocity)
-        self._all_wet[self._outside] = velocity != 0  # a side is open between two wet cells
-        host[self._outside] = host.take(self._inside)  # levels are the first of the arrays
-        if self.settings.outside == "follow":
-            velocity *= self._outward
-            bed = np.where(velocity > 0, host.take(self._inside_bed), host.take(self._outside_bed))
-            host[self._outside_bed] = bed
-            host[self._side_bed] = bed
+        host, edge = self._all_host, self._edge
+        host.take(self._from, None, edge, "clip")
+        velocity, _, bed_inside, bed_outside = edge
+        np.not_equal(velocity, _ZERO, out=self._edge_open_bytes)
+        self._all_wet[self._outside] = self._edge_open  # a side is open between two wet cells
+        if self.settings.outside == "fixed":
+            host[self._outside] = edge[1]
+            return
+        np.multiply(velocity, self._outward, out=velocity)
+        np.less_equal(velocity, _ZERO, out=self._edge_enters)
+        np.putmask(bed_inside, self._edge_enters, bed_outside)
+        bed_outside[...] = bed_inside
+        host[self._to] = edge.reshape(-1)[velocity.size :]  # level and bed outside, bed of the side
 
     def _no_number(self) -> MorphologyError:
         cells = np.argwhere(~np.isfinite(self._zc)).tolist()
