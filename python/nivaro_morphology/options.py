@@ -37,7 +37,7 @@ _NEEDED = ("Fall Velocity", "Current Related Roughness", "Reference Level")
 _NUMBER = re.compile(r"[-+]?(?:\d+\.?\d*|\.\d+)(?:[eEdD][-+]?\d+)?")
 
 
-def control_text(options: Mapping[str, object]) -> str:
+def control_text(options: Mapping[str, object], folder: str) -> str:
     """The lines of a control file for options given as a mapping.
 
     Parameters
@@ -46,6 +46,8 @@ def control_text(options: Mapping[str, object]) -> str:
         Values by commands of the control file (docs/user-guide.md), such as
         ``{"Set Morphology D50": 2e-4, "Cell Sides High": False}``, in the order in which they are to
         be read. Paths of files count from the current folder.
+    folder : str
+        Folder of the control file.
 
     Raises
     ------
@@ -59,7 +61,8 @@ def control_text(options: Mapping[str, object]) -> str:
             if "MORPHOLOGY" not in upper or not any(name in upper for name in _FIELDS):
                 raise ValueError(f"{command!r} sets none of {', '.join(_FIELDS)}")
         if "READ " in upper:
-            text = os.path.abspath(os.fspath(value))  # type: ignore[call-overload]
+            # The library knows no absolute paths but those of Windows.
+            text = os.path.relpath(os.fspath(value), folder)  # type: ignore[call-overload]
         elif isinstance(value, str):
             text = value
         elif str(value) in ("True", "False"):  # of numpy too
@@ -109,7 +112,7 @@ def _read(path: str, folder: str, options: dict[str, Value]) -> None:
             if not separator:
                 continue
             if "READ FILE" in upper:
-                _read(os.path.join(folder, value.replace("\\", "/")), folder, options)
+                _read(folder + "/" + value.replace("\\", "/"), folder, options)
             elif name is None or isinstance(_DEFAULTS[name], str):
                 continue
             elif isinstance(_DEFAULTS[name], bool):

@@ -289,7 +289,7 @@ class Run(_Ended):
         options = domain.settings.options
         if isinstance(options, Mapping):
             path = pathlib.Path(folder, f"options_{domain._number}.mcf")
-            path.write_text(control_text(options), encoding="latin-1")
+            path.write_text(control_text(options, folder), encoding="latin-1")
             return str(path)
         given = os.path.abspath(os.fspath(options))
         if not os.path.isfile(given):
