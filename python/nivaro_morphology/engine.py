@@ -90,7 +90,8 @@ class ChildProcess:
         self._log = log
         self._owner = os.getpid()
         self._lock = threading.Lock()
-        self._count = 0
+        self._count = 0  # of prepared calls
+        self._seen = ""
         files: list[int] = []  # all that are open here, for the end
         try:
             memory_file = _nameless_file()
@@ -175,9 +176,11 @@ class ChildProcess:
         raise self._death()
 
     def screen(self) -> str:
-        if not self.close.alive:
-            return ""
-        return os.pread(self._screen, os.fstat(self._screen).st_size, 0).decode(errors="replace")
+        """All that the library has written to its screen, also after the end."""
+        if self.close.alive:
+            size = os.fstat(self._screen).st_size
+            self._seen = os.pread(self._screen, size, 0).decode(errors="replace")
+        return self._seen
 
     def _death(self) -> MorphologyError:
         """Why the process ended, which the end of its answers has told of."""

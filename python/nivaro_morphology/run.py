@@ -117,7 +117,6 @@ class Run(_Ended):
     ) -> None:
         self.domains = list(domains)
         self._name, self._echo, self._shown = name, echo, 0
-        self._screen = ""
         self._has_records = False
         self._hours = layout.place((1,), "f8")
         self._counts = layout.place((len(domains),), "i4")
@@ -188,8 +187,7 @@ class Run(_Ended):
     @property
     def screen(self) -> str:
         """All that the library has written to its screen; blank where `isolated` is False."""
-        self._screen = self._engine.screen() or self._screen
-        return self._screen
+        return self._engine.screen()
 
     @property
     def messages(self) -> list[Message]:
@@ -266,7 +264,7 @@ class Run(_Ended):
                 self._call(Call("QVMOR_WRSMSF_CLOSE", ()))
             self._show()
         finally:
-            self._screen = self._engine.screen() or self._screen
+            self._engine.screen()  # which is kept
             self._engine.close()
 
     # Details.

@@ -3,6 +3,7 @@ from __future__ import annotations
 
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -26,11 +27,16 @@ def c_bed(tmp_path_factory: pytest.TempPathFactory) -> np.ndarray:
 
 
 def test_isolated_runs_at_once_have_the_bed_of_the_c_host(c_bed):
-    with_files = nm.Run([hump.settings(), hump.settings()])
-    runs = [nm.Run([hump.settings(options=hump.CONTROL_FILE)]) for _ in range(2)] + [with_files]
+    pair = [hump.settings(), hump.settings(outside="own")]
+    runs = [nm.Run(some) for some in ([hump.settings(options=hump.CONTROL_FILE)], pair, pair[:1])]
     domains = [domain for run in runs for domain in run.domains]
     for domain in domains:
         hump.fill(domain)
+    own = domains[2]
+    own.padded("wet")[2:-2, [1, -2]] = 1
+    own.padded("zc")[...] = np.pad(-own.bed, 2, mode="edge")
+    for name, axis in (("z1", 1), ("z2", 0)):
+        own.padded(name)[...] = 0.5 * (own.padded("zc") + np.roll(own.padded("zc"), -1, axis))
     for _ in zip(*[hump.steps(domain) for domain in domains]):
         pass
     for run in runs:
@@ -165,3 +171,12 @@ def test_installed_package_finds_the_library_beside_it(tmp_path):
     code = f"import sys; sys.path.append({str(HERE)!r}); import hump; print(hump.bed(1).shape)"
     ended = subprocess.run([sys.executable, "-c", code], env=env, check=True, capture_output=True)
     assert ended.stdout == b"(18, 58)\n"
+
+
+def test_code_of_the_page_runs(tmp_path, monkeypatch, capsys):
+    monkeypatch.chdir(tmp_path)
+    page = (HERE.parents[1] / "docs" / "python.md").read_text(encoding="utf-8")
+    exec("\n".join(re.findall(r"```python\n(.*?)```", page, re.DOTALL)), {})
+    told = capsys.readouterr().out
+    assert "the hump is 0.2" in told and "Unrecognisable command" in told and "5.0 .mif" in told
+    assert (tmp_path / "results" / "two.2dm").exists()
