@@ -33,6 +33,11 @@ def _nameless_file() -> int:
         return os.dup(file.fileno())
 
 
+def _require_memory(size: int) -> None:
+    if hasattr(os, "sysconf") and size > os.sysconf("SC_PHYS_PAGES") * os.sysconf("SC_PAGE_SIZE"):
+        raise MemoryError(f"a run of this shape needs {size / 2**30:.1f} GB")
+
+
 class OwnProcess:
     """Runs the library in this process, which ends when the library ends a run."""
 
@@ -40,6 +45,7 @@ class OwnProcess:
         self._library = abi.Library(library)
         if self._library.DMESSAGES.log_unit > 0:
             raise MorphologyError("this process has had its run: others need isolated=True")
+        _require_memory(size)
         self.memory = mmap.mmap(-1, size)
         self._address = ctypes.addressof(ctypes.c_char.from_buffer(self.memory))
         self._prepared: list[Callable[[], None]] = []
@@ -87,6 +93,7 @@ class ChildProcess:
     def __init__(self, library: str, size: int, log: Optional[str], folder: str) -> None:
         if os.name != "posix":
             raise MorphologyError("runs in a process of their own need POSIX: isolated=False here")
+        _require_memory(size)
         self._log = log
         self._owner = os.getpid()
         self._lock = threading.Lock()

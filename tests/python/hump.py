@@ -26,23 +26,27 @@ def settings(**more: Any) -> nm.DomainSettings:
     )
 
 
-def fill(domain: nm.Domain) -> None:
+def start() -> np.ndarray[Any, Any]:
+    """The bed of the start."""
     i, j = np.arange(2, 60), np.arange(2, 20)[:, None]
     steps = np.minimum(np.minimum(i - 15, 32 - i), np.minimum(j - 4, 17 - j)).clip(0, 6)
-    domain.bed = -(20 - steps) / 20.0
-    domain.water_level = 0.0
+    return -(20 - steps) / 20.0
 
 
-def flow(domain: nm.Domain) -> None:
+def velocity(bed: np.ndarray[Any, Any]) -> np.ndarray[Any, Any]:
     """A steady discharge along x."""
     depth = np.ones((SHAPE[0], SHAPE[1] + 1))
-    depth[:, 1:-1] = -0.5 * (domain.bed[:, :-1] + domain.bed[:, 1:])
-    domain.u = 0.6 / depth
+    depth[:, 1:-1] = -0.5 * (bed[:, :-1] + bed[:, 1:])
+    return 0.6 / depth
+
+
+def fill(domain: nm.Domain) -> None:
+    domain.bed, domain.water_level = start(), 0.0
 
 
 def steps(domain: nm.Domain, count: int = 24) -> Iterator[int]:
     for k in range(count):
-        flow(domain)
+        domain.u = velocity(domain.bed)
         domain.step(600.0)
         yield k
 

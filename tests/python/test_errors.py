@@ -51,6 +51,7 @@ def test_what_is_no_model():
         (ValueError, "shape", lambda: model(shape=(0, 4))),
         (ValueError, "dx", lambda: model(dx=-1.0)),
         (ValueError, "outside", lambda: model(outside="inside")),
+        (MemoryError, "GB", lambda: model(shape=(10**6, 10**6))),
         (OSError, "none.so", lambda: model(library="none.so", isolated=False)),
         (nm.MorphologyError, "none.so", lambda: model(library="none.so")),
     ]:
