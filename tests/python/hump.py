@@ -56,4 +56,6 @@ def bed(count: int = 24, **more: Any) -> np.ndarray[Any, Any]:
         fill(model)
         for _ in steps(model, count):
             pass
+        if "output" in more:
+            model.write_check_layer()
     return model.bed

@@ -55,8 +55,9 @@ def test_what_is_no_model():
         (OSError, "none.so", lambda: model(library="none.so", isolated=False)),
         (nm.MorphologyError, "none.so", lambda: model(library="none.so")),
     ]:
-        with pytest.raises(error, match=match):
+        with pytest.raises(error, match=match) as held:
             make()
+        assert children_of(os.getpid()) == [], held
     with pytest.warns(UserWarning, match='"Fall Velocity", "Reference Level"'):
         model(options={"Current Related Roughness": 0.05})
 
@@ -112,7 +113,7 @@ def test_killed_child_and_full_disk(tmp_path):
     assert caught.value.log == str(tmp_path / "full.mlf")
 
 
-def test_exceptions_of_the_caller_and_forgotten_runs_leave_nothing():
+def test_exceptions_of_the_caller_and_forgotten_runs_leave_nothing(tmp_path):
     with pytest.raises(ZeroDivisionError):
         with nm.Morphology((3, 3), 5.0, hump.OPTIONS):
             1 / 0
@@ -124,12 +125,31 @@ def test_exceptions_of_the_caller_and_forgotten_runs_leave_nothing():
             model.bed = model.water_level = 0.0
             model.step(1.0)
         except nm.MorphologyError as error:
+            model.close()
             os._exit(0 if "fork" in str(error) else 1)
         os._exit(2)
     assert os.waitpid(fork, 0)[1] == 0
+    assert model.screen.count("run.mlf") == 1
+    assert list((tmp_path / "runs").glob("*/run.mlf"))
     model.bed = model.water_level = 0.0
     model.step(1.0)
     model.close()
+
+
+def test_interrupted_step_ends_the_run():
+    def interrupt(number, frame):
+        raise KeyboardInterrupt
+
+    before = signal.signal(signal.SIGALRM, interrupt)
+    with nm.Morphology((1000, 1000), 5.0, hump.OPTIONS) as model:
+        model.bed, model.water_level, model.u = -1.0, 0.0, 0.5
+        model.step(1.0)
+        signal.setitimer(signal.ITIMER_REAL, 0.02)
+        with pytest.raises(KeyboardInterrupt):
+            model.run._engine.run(model._step)
+        with pytest.raises(nm.MorphologyError, match="has ended"):
+            model.step(1.0)
+    signal.signal(signal.SIGALRM, before)
 
 
 @pytest.mark.parametrize("killed_by", [signal.SIGINT, signal.SIGKILL])

@@ -27,7 +27,8 @@ def c_bed(tmp_path_factory: pytest.TempPathFactory) -> np.ndarray:
 
 
 def test_isolated_runs_at_once_have_the_bed_of_the_c_host(c_bed):
-    pair = [hump.settings(), hump.settings(outside="own")]
+    still = hump.settings(options=hump.OPTIONS | {"Bed Change Limit": 0})
+    pair = [hump.settings(), hump.settings(outside="own"), still]
     runs = [nm.Run(some) for some in ([hump.settings(options=hump.CONTROL_FILE)], pair, pair[:1])]
     domains = [domain for run in runs for domain in run.domains]
     for domain in domains:
@@ -41,6 +42,7 @@ def test_isolated_runs_at_once_have_the_bed_of_the_c_host(c_bed):
         pass
     for run in runs:
         run.close()
+    np.testing.assert_array_equal(domains.pop(3).bed, hump.start())
     for domain in domains:
         np.testing.assert_array_equal(domain.bed, c_bed)
 
@@ -48,7 +50,7 @@ def test_isolated_runs_at_once_have_the_bed_of_the_c_host(c_bed):
 def test_run_in_the_own_process_reads_no_standard_input(c_bed, tmp_path):
     code = (
         "import hump, sys, numpy, nivaro_morphology as nm\n"
-        "numpy.save('bed.npy', hump.bed(isolated=False, output='own/hump'))\n"
+        "numpy.save('bed.npy', hump.bed(isolated=False, output='own/hump', coord_sys=' '))\n"
         "try: nm.Morphology((3, 3), 5.0, hump.OPTIONS, isolated=False)\n"
         "except nm.MorphologyError: pass\n"
         "assert sys.stdin.read() == 'mine\\n'\n"
@@ -99,15 +101,37 @@ def test_layers_and_tables_set_the_cells_of_their_map(tmp_path):
         model.write_check_layer()
         assert np.argwhere(model.d90 == 0.0007).tolist() == [[1, 4]]
         assert np.argwhere(model.d50 == 0.0004).tolist() == [[0, 2]]
-        assert (
-            model.options["Fall Velocity"] == 0.025 and model.options["Mixing Coefficient"] == 1.05
-        )
         (message,) = model.messages
-        assert message.level == "WARNING" and "the first of them row 2" in message.text
+        assert message.level == "WARNING" and message.text.startswith("WARNING - Some/all")
     rows = [line.split(",") for line in output.with_name("layers_mor_check.mid").open()]
     assert len(rows) == 18
     cell = next(row for row in rows if (row[0].strip(), row[1].strip()) == ("2", "5"))
     assert float(cell[5]) == 10.0 and float(cell[8]) == 0.0007
+
+
+def test_options_in_force_are_those_of_all_files(tmp_path):
+    for name, text in [
+        (
+            "top",
+            "Slump Slope == 2 ! Water Density == 1\nRead File == sub/more.mcf\nSet Morphology D90 == 3e-4",
+        ),
+        (
+            "sub/more",
+            "cell sides high == on\nMorphology Water Density == 1.025d3\nFall Velocity == AUTO",
+        ),
+    ]:
+        (tmp_path / "sub").mkdir(exist_ok=True)
+        (tmp_path / f"{name}.mcf").write_text(text)
+    with pytest.warns(UserWarning), nm.Morphology((3, 3), 5.0, tmp_path / "top.mcf") as model:
+        assert (model.d90 == 3e-4).all() and (model.d50 == 1.6e-4).all()
+    names = (
+        "Slump Slope",
+        "Water Density",
+        "Cell Sides High",
+        "Fall Velocity",
+        "Mixing Coefficient",
+    )
+    assert [model.options[name] for name in names] == [2.0, 1025.0, True, 0.0, 1.05]
 
 
 def test_bed_written_between_steps_brings_sides_and_margin_along():
@@ -119,11 +143,13 @@ def test_bed_written_between_steps_brings_sides_and_margin_along():
         assert not model.padded("wet")[1].any()  # nothing crosses the edges along y
         model.bed[0, 0] = -2.0
         model.bed[2, 4] += 0.5
+        model.bed[3, 0] = -1.5
         limits = model.bed_limit.copy()
         model.u = 0.0
         model.step(1.0)
         z1, zc = model.padded("z1"), model.padded("zc")
         assert z1[2, 2] == 1.5 and z1[4, 5] == 0.75 and z1[4, 6] == 0.5 and zc[2, 1] == 2.0
+        assert model.padded("z2")[2, 2] == 1.5 and model.padded("zpts")[1, 1] == 2.0
         assert model.bed[0, 0] == -2.0 and model.depth[2, 4] == 0.5
         np.testing.assert_array_equal(model.bed_limit, limits)
         # Outside the edge where water leaves the bed follows, where it enters it stands still.
