@@ -113,7 +113,7 @@ def test_options_in_force_are_those_of_all_files(tmp_path):
     for name, text in [
         (
             "top",
-            "Slump Slope == 2 ! Water Density == 1\nRead File == sub/more.mcf\nSet Morphology D90 == 3e-4",
+            "! Mixing Coefficient == 2\nSlump Slope == 2 ! Water Density == 1\nRead File == sub/more.mcf\nSet Morphology D90 == 3e-4",
         ),
         (
             "sub/more",
