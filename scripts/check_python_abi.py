@@ -11,7 +11,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "python" / "nivaro_morphology"))  # abi needs no other module of it
 import abi  # noqa: E402
 
-RESULTS = {"None": "void", "float": "double", "int": "int32_t", "bool": "nivaro_logical", "str": "void"}
+RESULTS = {"None": "void", "float": "double", "int": "int32_t", "bool": "nivaro_logical", "str": "void",
+           "c_void_p": "nivaro_messages*"}
 FIELDS = {"int": ctypes.c_int32, "double": ctypes.c_double, "char": ctypes.c_char}
 
 
@@ -28,7 +29,7 @@ def declared(routine):
 
 def in_header(code):
     found = {}
-    for result, name, arguments in re.findall(r"NIVARO_API (\w+) ([A-Z]\w+)\(([^)]*)\)", code):
+    for result, name, arguments in re.findall(r"NIVARO_API ([\w*]+) ([A-Z]\w+)\(([^)]*)\)", code):
         split = [tuple(" ".join(a.split()).rsplit(" ", 1)) for a in arguments.split(",")]
         # The header shortens the names of two lengths.
         found[name] = (result, [(t, re.sub(r"^(old|new)_length$", r"\1_text_length", n))

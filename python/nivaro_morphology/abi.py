@@ -52,7 +52,7 @@ _ELEMENTS = {
     "nivaro_logical": "i4",
 }
 _RESULTS: dict[str, Any] = {"None": None, "float": ctypes.c_double, "int": ctypes.c_int32}
-_RESULTS |= {"bool": ctypes.c_int32, "str": None}
+_RESULTS |= {"bool": ctypes.c_int32, "str": None, "c_void_p": Address}
 
 Declaration = TypeVar("Declaration", bound=Callable[..., Any])
 
@@ -113,7 +113,7 @@ class Signature(typing.NamedTuple):
     """What is passed to a routine: the type in C of each argument by its name, and its result."""
 
     arguments: dict[str, str]
-    result: str  # None, float, int, bool or str
+    result: str  # None, float, int, bool, str or c_void_p
 
 
 @functools.lru_cache(maxsize=None)
