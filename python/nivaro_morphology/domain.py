@@ -45,6 +45,8 @@ _FIELDS = (
     "spare",
     "corner_change",
 )
+# Of these, what callers see by the same name.
+_CELL_ARRAYS = ("wet", "flow", *_FIELDS[:5], "bed_code", "bed_change", "slump_change")
 _ZERO = np.zeros(())  # numpy compares with an array faster than with a number
 _CELLS = (slice(MARGIN, -MARGIN), slice(MARGIN, -MARGIN))
 
@@ -91,6 +93,9 @@ class DomainSettings:
             raise ValueError(f"shape is (ny, nx), two positive integers, not {self.shape!r}")
         if not self.dx > 0:
             raise ValueError(f"dx is a cell size in m, not {self.dx!r}")
+        # Other kinds of numbers, of numpy for one, do not travel to another process.
+        for name, value in {"shape": (int(ny), int(nx)), "dx": float(self.dx)}.items():
+            object.__setattr__(self, name, value)
         if self.outside not in ("follow", "fixed", "own"):
             raise ValueError(f"outside is 'follow', 'fixed' or 'own', not {self.outside!r}")
 
@@ -167,9 +172,8 @@ class Domain:
         self._has_levels = False
 
     def __repr__(self) -> str:
-        return (
-            f"<{type(self).__name__} of {self.settings.shape[0]} x {self.settings.shape[1]} cells>"
-        )
+        ny, nx = self.settings.shape
+        return f"<{type(self).__name__} of {ny} x {nx} cells>"
 
     # What the run asks for, in this order.
 
@@ -179,28 +183,22 @@ class Domain:
         memory = engine.memory
         host, flags = self._host.array(memory), self._flags.array(memory)
         fields, codes = self._fields.array(memory), self._codes.array(memory)
-        self._padded = (
-            dict(zip(_HOST, host)) | dict(zip(_FLAGS, flags)) | dict(zip(_FIELDS, fields))
-        )
-        self._padded["bed_code"] = codes[0]
-        self._turned = [*fields, codes[0], self._padded["zc"]]
+        padded: dict[str, Array] = {"bed_code": codes[0]}
+        padded.update(zip(_HOST + _FLAGS + _FIELDS, [*host, *flags, *fields]))
+        self._padded = padded
+        self._turned = [*fields, codes[0], padded["zc"]]
         codes[1] = 1
         self._time_step = self._seconds.array(memory)
-        position = self._positions.array(memory)
-        position[:] = 1
+        self._positions.array(memory)[:] = 1
 
-        named = {"water_level": "level", "depth": "zc"}
-        names = ("water_level", "depth", "d50", "d90", "insitu_voids", "deposition_voids")
-        more = ("bed_limit", "bed_code", "bed_change", "slump_change", "wet", "flow")
-        self._arrays: dict[str, Array] = {
-            name: self._padded[named.get(name, name)][_CELLS] for name in names + more
-        }
-        self._arrays["u"] = self._padded["v1"][MARGIN:-MARGIN, MARGIN - 1 : -MARGIN]
-        self._arrays["v"] = self._padded["v2"][MARGIN - 1 : -MARGIN, MARGIN:-MARGIN]
+        self._arrays = {name: padded[name][_CELLS] for name in _CELL_ARRAYS}
+        self._zc = padded["zc"][_CELLS]
+        self._arrays["depth"] = self._zc.view()
+        self._arrays["water_level"] = padded["level"][_CELLS]
+        self._arrays["u"] = padded["v1"][MARGIN:-MARGIN, MARGIN - 1 : -MARGIN]
+        self._arrays["v"] = padded["v2"][MARGIN - 1 : -MARGIN, MARGIN:-MARGIN]
         self._arrays["bed"] = np.full(self.settings.shape, np.nan)
         self._arrays["water_level"][...] = np.nan
-        self._zc = self._arrays["depth"]
-        self._arrays["depth"] = self._zc.view()
         for name in ("depth", "bed_change", "slump_change"):
             self._arrays[name].flags.writeable = False
 

@@ -62,7 +62,10 @@ class OwnProcess:
         if not self.close.alive:
             raise MorphologyError("this run has ended")
         with self._lock:
-            own = os.dup(0)
+            try:
+                own = os.dup(0)
+            except OSError:  # it is closed: nothing can be read anyway
+                return self._prepared[which]()
             os.dup2(self._nothing, 0)
             try:
                 self._prepared[which]()
@@ -103,12 +106,9 @@ class ChildProcess:
         try:
             memory_file = _nameless_file()
             files.append(memory_file)
-            if hasattr(os, "posix_fallocate"):
-                os.posix_fallocate(
-                    memory_file, 0, size
-                )  # or a full memory would be told by a signal
-            else:
-                os.ftruncate(memory_file, size)
+            os.ftruncate(memory_file, size)
+            if hasattr(os, "posix_fallocate"):  # or a full memory would be told by a signal
+                os.posix_fallocate(memory_file, 0, size)
             self.memory = mmap.mmap(memory_file, size)
             self._screen = _nameless_file()
             files.append(self._screen)
@@ -116,19 +116,11 @@ class ChildProcess:
             files += [requests, self._requests]
             self._answers, answers = os.pipe()
             files += [self._answers, answers]
-            own = str(pathlib.Path(__file__).parent)
+            package = str(pathlib.Path(__file__).parent)
             numbers = [str(number) for number in (memory_file, requests, answers)]
+            start = [sys.executable, "-ISc", child.START, package]
             self._process = subprocess.Popen(
-                [
-                    sys.executable,
-                    "-ISc",
-                    child.START,
-                    own,
-                    library,
-                    *numbers,
-                    folder,
-                    str(os.getpid()),
-                ],
+                [*start, library, *numbers, folder, str(self._owner)],
                 pass_fds=[memory_file, requests, answers],
                 stdin=subprocess.DEVNULL,
                 stdout=self._screen,

@@ -135,7 +135,10 @@ def test_options_in_force_are_those_of_all_files(tmp_path):
 
 
 def test_bed_written_between_steps_brings_sides_and_margin_along():
-    with nm.Morphology((4, 5), 10.0, hump.OPTIONS | {"Set Morphology Bed Limit": -1.2}) as model:
+    shape = tuple(np.array([4, 5]))  # any integers
+    with nm.Morphology(
+        shape, np.float32(10), hump.OPTIONS | {"Set Morphology Bed Limit": -1.2}
+    ) as model:
         model.bed, model.water_level, model.u = -1.0, 0.0, 0.5
         model.bed_code[0, 0] = 0
         model.step(1.0)
