@@ -45,7 +45,8 @@ EXAMPLE_PACKAGES=(libtomlplusplus-dev libcli11-dev gnuplot-nox)
 VALIDATION_PACKAGES=(python3-numpy python3-matplotlib)
 TEST_PACKAGES=(libgtest-dev libgmock-dev gfortran clang-14 clang-format-14 clang-tidy-14
   libclang-rt-14-dev python3-numpy gdal-bin shapelib libxml2-utils
-  dpkg-dev file pkgconf)
+  dpkg-dev file pkgconf
+  python3-pytest python3-pip python3-setuptools python3-wheel mypy black)
 WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix gfortran-mingw-w64-x86-64-posix clang-14 lld-14
   llvm-14 wine64 googletest)
 DOC_PACKAGES=(doxygen)
