@@ -1,0 +1,555 @@
+#include "runner/case_host.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <filesystem>
+#include <set>
+#include <utility>
+
+#include "files/open_mode.hpp"
+#include "interface/start_up.hpp"
+#include "this_system.hpp"
+
+namespace nivaro::test {
+
+using fuzz::require;
+
+namespace {
+
+// Around the work arrays, where nothing may write; but behind them only where no sanitizer sees it.
+constexpr std::size_t kGuard = 100;
+constexpr double kMark = -7.25;
+constexpr std::int32_t kIntegerMark = -7;
+
+std::size_t guardBehind() {
+  return isAddressSanitized() ? 0 : kGuard;
+}
+
+template <typename T>
+bool areAll(std::span<const T> values, T value) {
+  return std::ranges::all_of(values, [&](T v) { return v == value; });
+}
+
+template <typename Number>
+Number numberIn(std::string_view text) {
+  Number number{};
+  std::from_chars(text.data(), text.data() + text.size(), number);
+  return number;
+}
+
+// Of all objects but regions: the offset, and an element before it for points. Rows of tables keep to
+// their own bound.
+bool mayBeSet(std::int32_t element, std::int32_t bound, std::int32_t rowBound, std::int32_t size) {
+  const bool byObject = element >= 2 && element - 2 <= bound;
+  const bool byRegion = element >= 2 && element <= size - 2;
+  return byObject || byRegion || (element >= 2 && element <= rowBound);
+}
+
+// As many text objects as records, and each record a line whose quotes are closed.
+void requireSoundLayer(const TempFolder& folder, const std::string& name) {
+  const auto isObject = [](std::string_view line) { return line == "Text" || line == "none"; };
+  const std::string mif = folder.read(name + ".mif");
+  const std::string mid = folder.read(name + ".mid");
+  const std::string_view objects =
+      std::string_view(mif).substr(std::min(mif.find("Data\n"), mif.size()));
+  const std::vector<std::string_view> records = fuzz::linesOf(mid);
+  require(std::ranges::count_if(fuzz::linesOf(objects), isObject) == std::ssize(records),
+          "a record for each object");
+  for (const std::string_view record : records)
+    require(std::ranges::count(record, '"') % 2 == 0, "texts end within a record");
+}
+
+}  // namespace
+
+std::string_view Words::word() {
+  const std::string_view word = rest_.substr(0, rest_.find(' '));
+  rest_.remove_prefix(std::min(word.size() + 1, rest_.size()));
+  return word;
+}
+
+std::int32_t Words::integer() {
+  return numberIn<std::int32_t>(word());
+}
+
+double Words::real() {
+  return numberIn<double>(word());
+}
+
+std::string unescaped(std::string_view text) {
+  constexpr std::pair<char, char> kMeanings[] = {
+      {'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'0', '\0'}, {'\\', '\\'}};
+  std::string result;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    result += text[at];
+    if (text[at] != '\\' || at + 1 == text.size()) continue;
+    const char next = text[++at];
+    int code = 0;
+    for (const auto& [letter, meaning] : kMeanings)
+      if (letter == next) result.back() = meaning;
+    if (next != 'x') continue;
+    const std::string_view digits = text.substr(at + 1, 2);
+    std::from_chars(digits.data(), digits.data() + digits.size(), code, 16);
+    result.back() = static_cast<char>(code);
+    at += digits.size();
+  }
+  return result;
+}
+
+std::string textOf(const Value& value) {
+  const auto shown = [](const auto* number) {
+    char text[32];
+    return std::string(text, std::to_chars(text, std::end(text), *number).ptr);
+  };
+  if (const auto* text = std::get_if<std::string*>(&value)) return **text;
+  if (const auto* on = std::get_if<bool*>(&value)) return **on ? "on" : "off";
+  if (const auto* real = std::get_if<double*>(&value)) return shown(*real);
+  if (const auto* integer = std::get_if<std::int32_t*>(&value)) return shown(*integer);
+  const auto buffer = std::get<std::span<char>>(value);
+  const std::string_view all(buffer.data(), buffer.size());
+  return std::string(all.substr(0, all.find_last_not_of(std::string_view(" \0", 2)) + 1));
+}
+
+CaseHost::CaseHost(bool isMutated)
+    : real(kGuard + guardBehind(), kMark),
+      integer(kGuard + guardBehind(), kIntegerMark),
+      isMutated_(isMutated) {
+  MessageRecord& r = *record;
+  GisSettings& gis = module.gisSettings;
+  values_ = {
+      {"domain", &domain_},
+      {"last_domain", &lastDomain_},
+      {"n", &n_},
+      {"m", &m_},
+      {"x0", &grid_.frame.x0},
+      {"y0", &grid_.frame.y0},
+      {"dx", &grid_.frame.dx},
+      {"dy", &grid_.frame.dy},
+      {"angle", &grid_.frame.angle},
+      {"first_object_bound", &grid_.frame.firstBound},
+      {"second_object_bound", &grid_.frame.secondBound},
+      {"first_row_bound", &grid_.firstRowBound},
+      {"second_row_bound", &grid_.secondRowBound},
+      {"first_row_offset", &grid_.firstRowOffset},
+      {"second_row_offset", &grid_.secondRowOffset},
+      {"first_offset", &firstOffset_},
+      {"second_offset", &secondOffset_},
+      {"simulation_name", &simulation_},
+      {"prefix", &prefix_},
+      {"save_date_check", &gis.checkSaveDate},
+      {"save_date_error", &gis.saveDateIsError},
+      {"table_extension", &gis.tableExtension},
+      {"check_layer_prefix", &gis.checkLayerPrefix},
+      {"check_layer_header_source", &gis.checkLayerHeaderSource},
+      {"host_projection", &gis.hostProjection},
+      {"projection_error", &gis.projectionIsError},
+      {"unit", &unit_},
+      {"record", &record_},
+      {"line1", std::span<char>(r.line1)},
+      {"line2", std::span<char>(r.line2)},
+      {"line3", std::span<char>(r.line3)},
+      {"line4", std::span<char>(r.line4)},
+      {"detail1", std::span<char>(r.detail1)},
+      {"detail2", std::span<char>(r.detail2)},
+      {"detail3", std::span<char>(r.detail3)},
+      {"reference_link", std::span<char>(r.reference_link)},
+      {"log_unit", &r.log_unit},
+      {"label_box_width", &r.label_box_width},
+      {"label_height", &r.label_height},
+      {"error_count", &r.error_count},
+      {"warning_count", &r.warning_count},
+      {"check_count", &r.check_count},
+      {"located_error_count", &r.located_error_count},
+      {"located_warning_count", &r.located_warning_count},
+      {"located_check_count", &r.located_check_count},
+      {"message_number", &r.message_number},
+      {"message_level", &r.message_level},
+      {"message_table_unit", &r.message_table_unit},
+      {"one_line_flag", &r.one_line_flag},
+      {"message_layer", &r.message_layer},
+      {"secondary_message_layer", &r.secondary_message_layer},
+      {"default_x", &r.default_x},
+      {"default_y", &r.default_y},
+      {"unlocated_spacing", &r.unlocated_spacing},
+      {"strict_command_flag", &r.strict_command_flag},
+      {"echo_flag", &r.echo_flag},
+      {"suppression_flag", &r.suppression_flag},
+  };
+  console.beforeAnswer = [this] {
+    while (!console.answers.empty() && console.answers.front().starts_with("! ")) {
+      act(std::string_view(console.answers.front()).substr(2));
+      console.answers.pop_front();
+    }
+  };
+}
+
+void CaseHost::answer(std::string_view lines) {
+  answerWith(lines);
+}
+
+void CaseHost::setUp() {
+  if (std::exchange(isSetUp_, true)) return;
+  module.files.initFileUnits(base_);
+  module.logUnit = record->log_unit = module.files.openFile("run.mlf", "O ", 1);
+  module.gisLayers.setLogUnit(module.logUnit);
+  module.layerMessages.setLayers("run", module.gisSettings.checkLayerHeaderSource);
+  if (domains_.empty()) reserve(domain_, true);
+  console.output.clear();
+}
+
+std::optional<Value> CaseHost::value(const std::string& name) {
+  if (const auto known = values_.find(name); known != values_.end()) return known->second;
+  if (!DomainFieldTable::isDomain(domain_)) return {};
+  // The options of the domain, by the words of their commands.
+  MorphologyParameters& p = module.parameters.ofDomain(domain_);
+  const std::map<std::string_view, Value> options = {
+      {"fall velocity", &p.fallVelocity},
+      {"current related roughness", &p.currentRelatedRoughness},
+      {"wave related roughness", &p.waveRelatedRoughness},
+      {"mixing layer thickness", &p.mixingLayerThickness},
+      {"reference level", &p.referenceLevel},
+      {"mixing coefficient", &p.mixingCoefficient},
+      {"sand grain density", &p.sandGrainDensity},
+      {"water density", &p.waterDensity},
+      {"time centreing factor", &p.timeCentringFactor},
+      {"slump slope", &p.slumpSlope},
+      {"slump bed change limit", &p.slumpBedChangeLimit},
+      {"bed change limit", &p.bedChangeLimit},
+      {"concentration factor", &p.concentrationFactor},
+      {"erosion method", &p.erosionMethod},
+      {"deposition method", &p.depositionMethod},
+      {"cell sides high", &p.cellSidesHigh},
+      {"velocity centred", &p.velocityCentred},
+      {"automatic fall velocity", &p.automaticFallVelocity},
+      {"automatic current related roughness", &p.automaticCurrentRelatedRoughness},
+      {"automatic wave related roughness", &p.automaticWaveRelatedRoughness},
+      {"automatic mixing layer thickness", &p.automaticMixingLayerThickness},
+      {"automatic reference level", &p.automaticReferenceLevel},
+      {"automatic mixing coefficient", &p.automaticMixingCoefficient},
+  };
+  const auto option = options.find(name);
+  return option == options.end() ? std::nullopt : std::optional(option->second);
+}
+
+void CaseHost::set(const Value& value, std::string_view text) {
+  if (auto* whole = std::get_if<std::string*>(&value)) **whole = unescaped(text);
+  if (auto* on = std::get_if<bool*>(&value)) **on = text == "on";
+  if (auto* number = std::get_if<double*>(&value)) **number = numberIn<double>(text);
+  if (auto* number = std::get_if<std::int32_t*>(&value)) **number = numberIn<std::int32_t>(text);
+  if (auto* buffer = std::get_if<std::span<char>>(&value)) {
+    std::ranges::fill(*buffer, ' ');
+    unescaped(text).copy(buffer->data(), buffer->size());
+  }
+}
+
+template <typename T>
+Grid<T> CaseHost::grid(std::vector<T>& cells) const {
+  const auto size = domains_.find(domain_);
+  if (size == domains_.end()) return {};
+  cells.resize(static_cast<std::size_t>(size->second.n) * static_cast<std::size_t>(size->second.m));
+  return {cells.data(), size->second.n, size->second.m};
+}
+
+WorkArrays CaseHost::work() const {
+  return {const_cast<double*>(real.data()), const_cast<std::int32_t*>(integer.data())};
+}
+
+SedimentFields CaseHost::fields() const {
+  const Domain& size = domains_.at(domain_);
+  return module.fields.fields(domain_, work(), size.n, size.m);
+}
+
+std::optional<Field> CaseHost::field(std::string_view name) {
+  if (name == "code") return Field{grid(code_), 0.0};
+  for (const std::string_view bed : {"depth", "zc", "zpts", "z2", "z1"})
+    if (name == bed) return Field{grid(bed_[std::string(name)]), 0.0};
+  if (!domains_.contains(domain_)) return {};
+  const SedimentFields all = fields();
+  const std::pair<std::string_view, Field> known[] = {
+      {"D50", {all.d50, 0.00016}},
+      {"D90", {all.d90, 0.00016}},
+      {"Insitu Voids", {all.inSituVoids, 0.4}},
+      {"Deposition Voids", {all.depositionVoids, 0.4}},
+      {"Bed Limit", {all.bedLimit, -99999.0}},
+      {"Bed Code", {all.bedCode, 1.0}},
+  };
+  for (const auto& [fieldName, field] : known)
+    if (name == fieldName) return field;
+  return {};
+}
+
+void CaseHost::call(std::string_view line) {
+  if (const std::size_t sign = line.find(" ="); sign != line.npos) {
+    const std::optional<Value> named = value(std::string(line.substr(0, sign)));
+    if (named) return set(*named, line.substr(std::min(sign + 3, line.size())));
+  }
+  Words words(line);
+  const std::string_view word = words.word();
+  if (word == "start-up") {
+    isSetUp_ = true;
+    return startUp(module, {.simulationName = simulation_,
+                            .outputPrefix = prefix_,
+                            .logPrefix = prefix_,
+                            .gis = GisSettings(module.gisSettings)});
+  }
+  if (word == "reserve") {
+    const std::int32_t domain = words.integer();
+    return reserve(domain, words.rest() != "off");
+  }
+  setUp();
+  if (word == "read") return read(words.rest());
+  if (word == "load") return module.parameters.load(std::clamp(words.integer(), 1, 100));
+  if (word == "smooth" || word == "initialise" || word == "skip" || word == "step")
+    return morphology(word);
+  if (word == "check_layer") {
+    const std::int32_t last = words.integer();
+    return writeCheckLayer(last, words.rest() != "off");
+  }
+  if (word == "DMESSAGEXY" || word == "DMESSAGE" || word == "write") return message(word, words);
+  if (word == "DLINE") return module.messages.dline(words.integer());
+  if (word == "replay") return module.messages.replayTable(words.integer());
+  if (word == "reset") return module.messages.dmessageResetCounters();
+  if (word == "variable") {
+    const std::string_view name = words.word();
+    module.variables.add(name, words.rest());
+    return;
+  }
+  if (word == "open") {
+    const std::string_view mode = words.word();
+    const std::int32_t recordLength = words.integer();
+    return open(mode, recordLength, words.rest());
+  }
+  if (word == "pool") {
+    const std::int32_t base = std::min(words.integer(), 100000);
+    base_ = std::max(base, 9);
+    return module.files.initFileUnits(base);
+  }
+  if (word == "close") return close(words.integer());
+  if (word == "use") {
+    const std::string_view how = words.word();
+    return use(how, words);
+  }
+  if (word == "EXITS") module.termination.exits();
+  act(line);
+}
+
+void CaseHost::act(std::string_view line) {
+  Words words(line);
+  const std::string_view what = words.word();
+  const std::string name(words.word());
+  std::error_code ignored;
+  if (name.empty() || name == ".") return;
+  if (what == "make") std::ofstream(name, std::ios::binary) << unescaped(words.rest());
+  if (what == "remove") std::filesystem::remove_all(name, ignored);
+  if (what == "folder") std::filesystem::create_directories(name, ignored);
+  if (what == "save")
+    std::filesystem::last_write_time(name, start_ + std::chrono::seconds(words.integer()), ignored);
+  if (what == "lock") locked_.emplace(name);
+  if (what == "release" && locked_) locked_->release();
+}
+
+void CaseHost::reserve(std::int32_t number, bool active) {
+  constexpr std::int32_t kMost = 30;
+  const std::int32_t n = isMutated_ ? std::min(n_, kMost) : n_;
+  const std::int32_t m = isMutated_ ? std::min(m_, kMost) : m_;
+  auto nextReal = static_cast<std::int32_t>(real.size() - guardBehind()) + 1;
+  auto nextInteger = static_cast<std::int32_t>(integer.size() - guardBehind()) + 1;
+  reserveFields(module, {.domain = number, .active = active, .n = n, .m = m}, nextReal,
+                nextInteger);
+  real.resize(static_cast<std::size_t>(nextReal - 1) + guardBehind(), kMark);
+  integer.resize(static_cast<std::size_t>(nextInteger - 1) + guardBehind(), kIntegerMark);
+  domains_[number] = {n, m, active};
+}
+
+void CaseHost::read(std::string_view name) {
+  constexpr std::int32_t kMostUnits = 20;
+  const auto openUnits = [&] {
+    std::set<std::int32_t> units;
+    for (std::int32_t unit = base_ + 1; unit <= base_ + kMostUnits; ++unit)
+      if (const Unit* file = module.files.find(unit))
+        if (file->path().find("_messages") == std::string::npos) units.insert(unit);
+    return units;
+  };
+  const auto size = domains_.find(domain_);
+  const Domain known = size == domains_.end() ? Domain{} : size->second;
+  const std::set<std::int32_t> before = openUnits();
+  const auto readIt = [&] {
+    readControlFile(module, {.controlFile = name.empty() ? "run.mcf" : name,
+                             .domain = domain_,
+                             .lastDomain = lastDomain_,
+                             .n = known.n,
+                             .m = known.m,
+                             .grid = grid_,
+                             .work = work()});
+  };
+  // Also of a run that ends, the cells that were set by then lie in the grid.
+  try {
+    readIt();
+  } catch (const ProcessEnded&) {
+    if (known.active) requireOnlyTheGridWasSet(known);
+    throw;
+  }
+  if (known.active) requireOnlyTheGridWasSet(known);
+  for (const std::int32_t unit : openUnits())
+    require(before.contains(unit), "every file that was opened is closed");
+}
+
+// Outside the grid a field holds one value: its default, or that of a Set. What only a step sets holds
+// what it did.
+void CaseHost::requireOnlyTheGridWasSet(const Domain& size) const {
+  const SedimentFields all = fields();
+  const auto requireUniform = [&](const auto& field) {
+    std::optional<double> outside;
+    for (std::int32_t j = 1; j <= size.m; ++j)
+      for (std::int32_t i = 1; i <= size.n; ++i) {
+        if (mayBeSet(i, grid_.frame.firstBound, grid_.firstRowBound, size.n) &&
+            mayBeSet(j, grid_.frame.secondBound, grid_.secondRowBound, size.m))
+          continue;
+        require(!outside || fuzz::sameBits(*outside, field(i, j)),
+                "only cells of the grid are set");
+        outside = field(i, j);
+      }
+  };
+  for (const Grid<double>& field :
+       {all.d50, all.d90, all.inSituVoids, all.depositionVoids, all.bedLimit})
+    requireUniform(field);
+  requireUniform(all.bedCode);
+  if (hasStepped_) return;
+  for (const Grid<double>& field : {all.previousChange, all.appliedChange, all.cellChange,
+                                    all.concentration, all.adaptation, all.spare})
+    require(areAll<double>(field.cells(), kMark), "fields of the step are left alone");
+}
+
+void CaseHost::requireWhole() const {
+  const std::span<const double> reals(real);
+  const std::span<const std::int32_t> integers(integer);
+  require(areAll(reals.first(kGuard), kMark) && areAll(reals.last(guardBehind()), kMark) &&
+              areAll(integers.first(kGuard), kIntegerMark) &&
+              areAll(integers.last(guardBehind()), kIntegerMark),
+          "nothing is written beyond the fields");
+}
+
+void CaseHost::morphology(std::string_view what) {
+  hasStepped_ = true;
+  const auto bed = [&](const char* name) { return grid(bed_[name]); };
+  const Grid<double> still = bed("still");
+  const Grid<Logical> wet = grid(wet_);
+  std::ranges::fill(wet_, logical(true));
+  // The first flag that is set counts.
+  runMorphology(module,
+                {.smoothing = what == "smooth",
+                 .initialisation = what == "smooth" || what == "initialise",
+                 .skip = what != "step",
+                 .flow = {.wet = wet, .flow = wet, .waterLevel = still, .v2 = still, .v1 = still},
+                 .bed = {.zpts = bed("zpts"), .zc = bed("zc"), .z2 = bed("z2"), .z1 = bed("z1")},
+                 .settings = {.cellSize = 0.5,
+                              .slumpDistanceSecond = 0.5,
+                              .slumpDistanceFirst = 0.5,
+                              .timeStep = 1.0},
+                 .area = {3, 3, still.n() - 2, still.m() - 2},
+                 .work = work(),
+                 .domain = domain_});
+}
+
+void CaseHost::writeCheckLayer(std::int32_t last, bool values) {
+  const Grid<std::int32_t> code = grid(code_);
+  nivaro::writeCheckLayer(module, {.cells = {.domain = domain_,
+                                             .lastDomain = last,
+                                             .code = code,
+                                             .depth = grid(bed_["depth"]),
+                                             .range = {3, 3, code.n() - 2, code.m() - 2},
+                                             .firstOffset = firstOffset_,
+                                             .secondOffset = secondOffset_,
+                                             .frame = cellFrame_},
+                                   .writeValues = values,
+                                   .work = work()});
+}
+
+void CaseHost::message(std::string_view kind, Words& words) {
+  const std::int32_t blankLines = std::min(words.integer(), 100);
+  const std::int32_t errors = record->error_count;
+  const bool isError = fieldText(record->line1).starts_with("ERROR");
+  if (kind == "DMESSAGE") {
+    module.messages.dmessage(blankLines);
+  } else if (kind == "write") {
+    module.messages.write(blankLines);
+  } else {
+    const double x = words.real();
+    module.messages.dmessageXy(blankLines, x, words.real());
+  }
+  require(record->error_count - errors == (isError ? 1 : 0), "an error counts once");
+  for (const char* left :
+       {"line1", "line2", "line3", "line4", "detail1", "detail2", "detail3", "reference_link"})
+    require(textOf(values_.at(left)).empty(), "a message that was written is cleared");
+}
+
+void CaseHost::requireSoundMessages(const TempFolder& folder) {
+  Unit* table = module.files.find(record->message_table_unit);
+  if (tableIsOwn_ && table != nullptr && table->path() == "messages.csv" &&
+      record->log_unit != record->message_table_unit) {
+    table->close();
+    table->open("messages.csv", {});
+    const std::int32_t unit = std::exchange(record->message_table_unit, 0);
+    // A number that did not fit its column is asterisks and cannot be read back.
+    const bool isReadable = folder.bytes("messages.csv").find("**") == std::string::npos;
+    console.output.clear();
+    fuzz::completes([&] { module.messages.replayTable(unit); });
+    require(!isReadable || !console.shows("WARNING 0300"),
+            "rows of the message table are read back");
+  }
+  if (!fuzz::completes([&] { module.gisLayers.gisCloseAll(); })) return;
+  for (const char* layer : {"run_messages", "run_messages_check"}) requireSoundLayer(folder, layer);
+}
+
+void CaseHost::open(std::string_view mode, std::int32_t recordLength, std::string_view name) {
+  readsOnly = false;
+  tableIsOwn_ = unit_ == 0 && mode == "O";
+  const std::string file = unescaped(name);
+  unit_ = module.files.openFile(file, mode, recordLength);
+  if (unit_ == 0) return require(mode == "A", "an open that fails says so in one mode only");
+  require(unit_ > base_ && unit_ <= base_ + FileUnits::kSlots, "units are those of the pool");
+  std::string code(mode.substr(0, 2));
+  code.resize(2, ' ');
+  const Unit* opened = module.files.find(unit_);
+  if (const OpenMode* row = findOpenMode(code))
+    require(opened != nullptr && opened->options().form == row->options.form,
+            "a file has its form");
+  require(!module.files.nameOf(unit_).empty(), "a unit has a name");
+}
+
+void CaseHost::close(std::int32_t unit) {
+  unit_ = unit;
+  module.files.closeFile(unit_);
+  require(unit_ == 0 || unit_ == unit, "closing clears the variable or leaves it");
+  if (unit_ == 0) require(module.files.find(unit) == nullptr, "a closed unit is free");
+}
+
+void CaseHost::use(std::string_view word, Words& words) {
+  readsOnly = tableIsOwn_ = false;
+  Unit* const file = module.files.find(words.integer());
+  if (file == nullptr) return;
+  const bool canRead = file->options().action != OpenOptions::Action::Write;
+  const bool canWrite = file->options().action != OpenOptions::Action::Read;
+  const auto bytes = [&] { return std::as_bytes(std::span(words.rest())); };
+  std::string_view line;
+  if (word == "read") {
+    const ReadStatus status = file->readRecord(line);
+    require(canRead || status == ReadStatus::Error, "what is written is not read");
+    record_ = status == ReadStatus::Ok ? line : "(none)";
+  }
+  if (word == "write")
+    require(file->writeRecord(words.rest()) == (canWrite && file->failure().empty()),
+            "writing is told");
+  if (word == "bytes") file->writeBytes(bytes());
+  if (word == "over") {
+    const auto offset = static_cast<std::uint64_t>(std::clamp(words.integer(), 0, 200000));
+    file->overwriteBytes(offset, bytes());
+  }
+  if (word == "back") file->backspace();
+  if (word == "rewind") file->rewind();
+  if (word == "end" && file->atEnd() && canRead)
+    require(file->readRecord(line) == ReadStatus::End, "nothing is read at the end");
+  if (word == "flush") file->flush();
+}
+
+}  // namespace nivaro::test
