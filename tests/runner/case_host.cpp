@@ -193,8 +193,17 @@ void CaseHost::setUp() {
   module.logUnit = record->log_unit = module.files.openFile("run.mlf", "O ", 1);
   module.gisLayers.setLogUnit(module.logUnit);
   module.layerMessages.setLayers("run", module.gisSettings.checkLayerHeaderSource);
-  if (domains_.empty()) reserve(domain_, true);
+  reserve(1, true);
   console.output.clear();
+}
+
+void CaseHost::start() {
+  isSetUp_ = true;
+  startUp(module, {.simulationName = simulation_,
+                   .outputPrefix = prefix_,
+                   .logPrefix = prefix_,
+                   .gis = GisSettings(module.gisSettings)});
+  reserve(1, true);
 }
 
 std::optional<Value> CaseHost::value(const std::string& name) {
@@ -285,18 +294,12 @@ void CaseHost::call(std::string_view line) {
   }
   Words words(line);
   const std::string_view word = words.word();
-  if (word == "start-up") {
-    isSetUp_ = true;
-    return startUp(module, {.simulationName = simulation_,
-                            .outputPrefix = prefix_,
-                            .logPrefix = prefix_,
-                            .gis = GisSettings(module.gisSettings)});
-  }
+  if (word == "start-up") return start();
+  setUp();
   if (word == "reserve") {
     const std::int32_t domain = words.integer();
     return reserve(domain, words.rest() != "off");
   }
-  setUp();
   if (word == "read") return read(words.rest());
   if (word == "load") return module.parameters.load(std::clamp(words.integer(), 1, 100));
   if (word == "smooth" || word == "initialise" || word == "skip" || word == "step")
@@ -356,8 +359,13 @@ void CaseHost::reserve(std::int32_t number, bool active) {
   auto nextInteger = static_cast<std::int32_t>(integer.size() - guardBehind()) + 1;
   reserveFields(module, {.domain = number, .active = active, .n = n, .m = m}, nextReal,
                 nextInteger);
-  real.resize(static_cast<std::size_t>(nextReal - 1) + guardBehind(), kMark);
-  integer.resize(static_cast<std::size_t>(nextInteger - 1) + guardBehind(), kIntegerMark);
+  const auto extend = [](auto& work, std::int32_t next, auto mark) {
+    work.resize(work.size() - guardBehind());
+    work.resize(static_cast<std::size_t>(next - 1), 0);
+    work.resize(work.size() + guardBehind(), mark);
+  };
+  extend(real, nextReal, kMark);
+  extend(integer, nextInteger, kIntegerMark);
   domains_[number] = {n, m, active};
 }
 
@@ -417,7 +425,7 @@ void CaseHost::requireOnlyTheGridWasSet(const Domain& size) const {
   if (hasStepped_) return;
   for (const Grid<double>& field : {all.previousChange, all.appliedChange, all.cellChange,
                                     all.concentration, all.adaptation, all.spare})
-    require(areAll<double>(field.cells(), kMark), "fields of the step are left alone");
+    require(areAll<double>(field.cells(), 0.0), "fields of the step are left alone");
 }
 
 void CaseHost::requireWhole() const {

@@ -75,6 +75,7 @@ class CaseHost : public fuzz::FuzzModule {
   };
 
   void setUp();
+  void start();
   void set(const Value& value, std::string_view text);
   void act(std::string_view line);  // of the person at the console
   void reserve(std::int32_t number, bool active);
