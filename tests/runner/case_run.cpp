@@ -301,6 +301,7 @@ class Playing {
     if (!host_) return fault("screen", "(no host)", meant);
     std::string text = std::exchange(host_->console.output, {});
     shown += text;
+    if (!text.empty() && !text.ends_with('\n')) text += '\n';  // an open line
     endWasMeant_ = true;
     const std::string end = "(ends with " + std::to_string(exitCode_) + ")\n";
     if (!hasEnded_) return compare("screen", text, meant);
