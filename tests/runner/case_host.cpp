@@ -76,6 +76,17 @@ double Words::real() {
   return numberIn<double>(word());
 }
 
+bool isLayerOfMessages(std::string_view name) {
+  const auto same = [](char a, char b) { return (a | 0x20) == (b | 0x20); };
+  constexpr std::string_view kPart = "_messages";
+  return std::search(name.begin(), name.end(), kPart.begin(), kPart.end(), same) != name.end();
+}
+
+std::filesystem::file_time_type caseTime() {
+  static const auto time = std::filesystem::file_time_type::clock::now();
+  return time;
+}
+
 std::string unescaped(std::string_view text) {
   constexpr std::pair<char, char> kMeanings[] = {
       {'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'0', '\0'}, {'\\', '\\'}};
@@ -241,7 +252,7 @@ std::optional<Value> CaseHost::value(const std::string& name) {
 }
 
 void CaseHost::set(const Value& value, std::string_view text) {
-  if (auto* whole = std::get_if<std::string*>(&value)) **whole = unescaped(text);
+  if (auto* whole = std::get_if<std::string*>(&value)) **whole = fileName(text);
   if (auto* on = std::get_if<bool*>(&value)) **on = text == "on";
   if (auto* number = std::get_if<double*>(&value)) **number = numberIn<double>(text);
   if (auto* number = std::get_if<std::int32_t*>(&value)) **number = numberIn<std::int32_t>(text);
@@ -249,6 +260,10 @@ void CaseHost::set(const Value& value, std::string_view text) {
     std::ranges::fill(*buffer, ' ');
     unescaped(text).copy(buffer->data(), buffer->size());
   }
+}
+
+std::string CaseHost::fileName(std::string_view text) const {
+  return isMutated_ ? fuzz::confined(unescaped(text)) : unescaped(text);
 }
 
 template <typename T>
@@ -289,8 +304,10 @@ std::optional<Field> CaseHost::field(std::string_view name) {
 
 void CaseHost::call(std::string_view line) {
   if (const std::size_t sign = line.find(" ="); sign != line.npos) {
-    const std::optional<Value> named = value(std::string(line.substr(0, sign)));
-    if (named) return set(*named, line.substr(std::min(sign + 3, line.size())));
+    const std::string name(line.substr(0, sign));
+    if (isMutated_ && name.ends_with("_count")) return;  // the module counts
+    if (const std::optional<Value> named = value(name))
+      return set(*named, line.substr(std::min(sign + 3, line.size())));
   }
   Words words(line);
   const std::string_view word = words.word();
@@ -309,7 +326,10 @@ void CaseHost::call(std::string_view line) {
     return writeCheckLayer(last, words.rest() != "off");
   }
   if (word == "DMESSAGEXY" || word == "DMESSAGE" || word == "write") return message(word, words);
-  if (word == "DLINE") return module.messages.dline(words.integer());
+  if (word == "DLINE") {
+    tableIsOwn_ = false;
+    return module.messages.dline(words.integer());
+  }
   if (word == "replay") return module.messages.replayTable(words.integer());
   if (word == "reset") return module.messages.dmessageResetCounters();
   if (word == "variable") {
@@ -325,6 +345,7 @@ void CaseHost::call(std::string_view line) {
   if (word == "pool") {
     const std::int32_t base = std::min(words.integer(), 100000);
     base_ = std::max(base, 9);
+    tableIsOwn_ = false;
     return module.files.initFileUnits(base);
   }
   if (word == "close") return close(words.integer());
@@ -341,12 +362,16 @@ void CaseHost::act(std::string_view line) {
   const std::string_view what = words.word();
   const std::string name(words.word());
   std::error_code ignored;
-  if (name.empty() || name == ".") return;
-  if (what == "make") std::ofstream(name, std::ios::binary) << unescaped(words.rest());
+  if (name.empty() || name == "." || (isMutated_ && isLayerOfMessages(name))) return;
+  if (what == "make") {
+    std::ofstream(name, std::ios::binary) << unescaped(words.rest());
+    std::filesystem::last_write_time(name, caseTime(), ignored);
+  }
   if (what == "remove") std::filesystem::remove_all(name, ignored);
   if (what == "folder") std::filesystem::create_directories(name, ignored);
   if (what == "save")
-    std::filesystem::last_write_time(name, start_ + std::chrono::seconds(words.integer()), ignored);
+    std::filesystem::last_write_time(name, caseTime() + std::chrono::seconds(words.integer()),
+                                     ignored);
   if (what == "lock") locked_.emplace(name);
   if (what == "release" && locked_) locked_->release();
 }
@@ -439,6 +464,8 @@ void CaseHost::requireWhole() const {
 
 void CaseHost::morphology(std::string_view what) {
   hasStepped_ = true;
+  const auto size = domains_.find(domain_);
+  if (size != domains_.end() && (size->second.n < 5 || size->second.m < 5)) return;
   const auto bed = [&](const char* name) { return grid(bed_[name]); };
   const Grid<double> still = bed("still");
   const Grid<Logical> wet = grid(wet_);
@@ -509,10 +536,11 @@ void CaseHost::requireSoundMessages(const TempFolder& folder) {
   for (const char* layer : {"run_messages", "run_messages_check"}) requireSoundLayer(folder, layer);
 }
 
-void CaseHost::open(std::string_view mode, std::int32_t recordLength, std::string_view name) {
+void CaseHost::open(std::string_view mode, std::int32_t recordLength, std::string_view text) {
   readsOnly = false;
-  tableIsOwn_ = unit_ == 0 && mode == "O";
-  const std::string file = unescaped(name);
+  const std::string file = fileName(text);
+  if (isMutated_ && isLayerOfMessages(file)) return;
+  tableIsOwn_ = tableIsOwn_ && std::exchange(hasOpened_, true) == false && mode == "O";
   unit_ = module.files.openFile(file, mode, recordLength);
   if (unit_ == 0) return require(mode == "A", "an open that fails says so in one mode only");
   require(unit_ > base_ && unit_ <= base_ + FileUnits::kSlots, "units are those of the pool");

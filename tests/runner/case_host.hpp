@@ -4,6 +4,7 @@
 // a domain 1 of 4 x 3 cells of 10 m from (100, 200) on, in fields of 8 x 7; its log is "run.mlf".
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
@@ -36,6 +37,12 @@ class Words {
 
 // A text with \n, \r, \t, \0 and \xNN for what no line of a case can hold.
 std::string unescaped(std::string_view text);
+
+// Its files tell what the module wrote: no other hand goes there.
+bool isLayerOfMessages(std::string_view name);
+
+// When the files of a case were saved: all at once.
+std::filesystem::file_time_type caseTime();
 
 // Numbers and words as hosts and control files set them.
 using Value = std::variant<double*, std::int32_t*, bool*, std::string*, std::span<char>>;
@@ -84,18 +91,20 @@ class CaseHost : public fuzz::FuzzModule {
   void morphology(std::string_view what);
   void writeCheckLayer(std::int32_t last, bool values);
   void message(std::string_view kind, Words& words);
-  void open(std::string_view mode, std::int32_t recordLength, std::string_view name);
+  void open(std::string_view mode, std::int32_t recordLength, std::string_view text);
   void close(std::int32_t unit);
   void use(std::string_view word, Words& words);
   SedimentFields fields() const;
   WorkArrays work() const;
+  std::string fileName(std::string_view text) const;
   template <typename T>
   Grid<T> grid(std::vector<T>& cells) const;
 
   const bool isMutated_;
   bool isSetUp_ = false;
   bool hasStepped_ = false;
-  bool tableIsOwn_ = true;    // the message table holds messages alone
+  bool tableIsOwn_ = true;  // the message table holds messages alone
+  bool hasOpened_ = false;
   std::int32_t base_ = 2000;  // of the unit numbers
   std::int32_t domain_ = 1;
   std::int32_t lastDomain_ = 3;
@@ -120,7 +129,6 @@ class CaseHost : public fuzz::FuzzModule {
   std::vector<std::int32_t> code_;
   std::vector<Logical> wet_;
   std::optional<LockedFile> locked_;
-  std::filesystem::file_time_type start_ = std::filesystem::file_time_type::clock::now();
   std::map<std::string, Value> values_;
 };
 

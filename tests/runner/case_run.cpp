@@ -159,7 +159,8 @@ class Playing {
     if (kind == "bytes") {
       std::string bytes = text;
       std::erase(bytes, '\n');
-      return put(std::string(words.rest()), unescaped(bytes));
+      return put(std::string(words.rest()),
+                 isMutated_ ? fuzz::confined(unescaped(bytes)) : unescaped(bytes));
     }
     write(name, text);
   }
@@ -169,9 +170,11 @@ class Playing {
   }
 
   void put(const std::string& name, const std::string& content) {
-    if (isMutated_ && !fuzz::isFileName(name)) return;
-    std::filesystem::remove(folder_.path(name));
+    if (isMutated_ && (!fuzz::isFileName(name) || isLayerOfMessages(name))) return;
+    std::error_code ignored;
+    std::filesystem::remove(name, ignored);  // a locked one too
     folder_.write(name, content);
+    std::filesystem::last_write_time(name, caseTime(), ignored);
     requireSameBothWays(content, name);
     for (const std::string_view line : fuzz::linesOf(content)) {
       requireSameByListInput(line);
