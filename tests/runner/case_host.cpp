@@ -312,6 +312,7 @@ void CaseHost::call(std::string_view line) {
   Words words(line);
   const std::string_view word = words.word();
   if (word == "start-up") return start();
+  if (word == "EXITS") module.termination.exits();
   setUp();
   if (word == "reserve") {
     const std::int32_t domain = words.integer();
@@ -353,7 +354,6 @@ void CaseHost::call(std::string_view line) {
     const std::string_view how = words.word();
     return use(how, words);
   }
-  if (word == "EXITS") module.termination.exits();
   act(line);
 }
 

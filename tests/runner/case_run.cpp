@@ -272,6 +272,12 @@ class Playing {
                      meant);
     }
     if (what == "values") return expectValues(meant);
+    if (what == "answers" && host_) {
+      std::string left;
+      for (const std::string& answer : std::exchange(host_->console.answers, {}))
+        left += answer + '\n';
+      return compare(what, left, meant);
+    }
     if (what.starts_with("no "))
       return compare(what, std::filesystem::exists(what.substr(3)) ? "(it is there)\n" : "", meant);
     if (what.starts_with("bytes ")) {
