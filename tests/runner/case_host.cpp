@@ -31,13 +31,6 @@ bool areAll(std::span<const T> values, T value) {
   return std::ranges::all_of(values, [&](T v) { return v == value; });
 }
 
-template <typename Number>
-Number numberIn(std::string_view text) {
-  Number number{};
-  std::from_chars(text.data(), text.data() + text.size(), number);
-  return number;
-}
-
 // Of all objects but regions: the offset, and an element before it for points. Rows of tables keep to
 // their own bound.
 bool mayBeSet(std::int32_t element, std::int32_t bound, std::int32_t rowBound, std::int32_t size) {
@@ -62,20 +55,6 @@ void requireSoundLayer(const TempFolder& folder, const std::string& name) {
 
 }  // namespace
 
-std::string_view Words::word() {
-  const std::string_view word = rest_.substr(0, rest_.find(' '));
-  rest_.remove_prefix(std::min(word.size() + 1, rest_.size()));
-  return word;
-}
-
-std::int32_t Words::integer() {
-  return numberIn<std::int32_t>(word());
-}
-
-double Words::real() {
-  return numberIn<double>(word());
-}
-
 bool isLayerOfMessages(std::string_view name) {
   const auto same = [](char a, char b) { return (a | 0x20) == (b | 0x20); };
   constexpr std::string_view kPart = "_messages";
@@ -88,17 +67,16 @@ std::filesystem::file_time_type caseTime() {
 }
 
 std::string unescaped(std::string_view text) {
-  constexpr std::pair<char, char> kMeanings[] = {
-      {'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'0', '\0'}, {'\\', '\\'}};
+  constexpr std::string_view kLetters = "nrt0\\";
+  constexpr std::string_view kMeanings("\n\r\t\0\\", 5);
   std::string result;
   for (std::size_t at = 0; at < text.size(); ++at) {
     result += text[at];
     if (text[at] != '\\' || at + 1 == text.size()) continue;
-    const char next = text[++at];
-    int code = 0;
-    for (const auto& [letter, meaning] : kMeanings)
-      if (letter == next) result.back() = meaning;
-    if (next != 'x') continue;
+    if (const std::size_t letter = kLetters.find(text[++at]); letter != kLetters.npos)
+      result.back() = kMeanings[letter];
+    if (text[at] != 'x') continue;
+    unsigned char code = 0;
     const std::string_view digits = text.substr(at + 1, 2);
     std::from_chars(digits.data(), digits.data() + digits.size(), code, 16);
     result.back() = static_cast<char>(code);
@@ -107,15 +85,17 @@ std::string unescaped(std::string_view text) {
   return result;
 }
 
+std::string textOf(double number) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.12g", number);
+  return text;
+}
+
 std::string textOf(const Value& value) {
-  const auto shown = [](const auto* number) {
-    char text[32];
-    return std::string(text, std::to_chars(text, std::end(text), *number).ptr);
-  };
   if (const auto* text = std::get_if<std::string*>(&value)) return **text;
   if (const auto* on = std::get_if<bool*>(&value)) return **on ? "on" : "off";
-  if (const auto* real = std::get_if<double*>(&value)) return shown(*real);
-  if (const auto* integer = std::get_if<std::int32_t*>(&value)) return shown(*integer);
+  if (const auto* real = std::get_if<double*>(&value)) return textOf(**real);
+  if (const auto* integer = std::get_if<std::int32_t*>(&value)) return std::to_string(**integer);
   const auto buffer = std::get<std::span<char>>(value);
   const std::string_view all(buffer.data(), buffer.size());
   return std::string(all.substr(0, all.find_last_not_of(std::string_view(" \0", 2)) + 1));
@@ -125,77 +105,69 @@ CaseHost::CaseHost(bool isMutated)
     : real(kGuard + guardBehind(), kMark),
       integer(kGuard + guardBehind(), kIntegerMark),
       isMutated_(isMutated) {
+  const auto name = [this](std::string_view names, std::initializer_list<Value> values) {
+    fuzz::Numbers words(names);
+    for (const Value& value : values) values_.emplace(words.word(), value);
+  };
   MessageRecord& r = *record;
   GisSettings& gis = module.gisSettings;
-  values_ = {
-      {"domain", &domain_},
-      {"last_domain", &lastDomain_},
-      {"n", &n_},
-      {"m", &m_},
-      {"x0", &grid_.frame.x0},
-      {"y0", &grid_.frame.y0},
-      {"dx", &grid_.frame.dx},
-      {"dy", &grid_.frame.dy},
-      {"angle", &grid_.frame.angle},
-      {"first_object_bound", &grid_.frame.firstBound},
-      {"second_object_bound", &grid_.frame.secondBound},
-      {"first_row_bound", &grid_.firstRowBound},
-      {"second_row_bound", &grid_.secondRowBound},
-      {"first_row_offset", &grid_.firstRowOffset},
-      {"second_row_offset", &grid_.secondRowOffset},
-      {"first_offset", &firstOffset_},
-      {"second_offset", &secondOffset_},
-      {"simulation_name", &simulation_},
-      {"prefix", &prefix_},
-      {"save_date_check", &gis.checkSaveDate},
-      {"save_date_error", &gis.saveDateIsError},
-      {"table_extension", &gis.tableExtension},
-      {"check_layer_prefix", &gis.checkLayerPrefix},
-      {"check_layer_header_source", &gis.checkLayerHeaderSource},
-      {"host_projection", &gis.hostProjection},
-      {"projection_error", &gis.projectionIsError},
-      {"unit", &unit_},
-      {"record", &record_},
-      {"line1", std::span<char>(r.line1)},
-      {"line2", std::span<char>(r.line2)},
-      {"line3", std::span<char>(r.line3)},
-      {"line4", std::span<char>(r.line4)},
-      {"detail1", std::span<char>(r.detail1)},
-      {"detail2", std::span<char>(r.detail2)},
-      {"detail3", std::span<char>(r.detail3)},
-      {"reference_link", std::span<char>(r.reference_link)},
-      {"log_unit", &r.log_unit},
-      {"label_box_width", &r.label_box_width},
-      {"label_height", &r.label_height},
-      {"error_count", &r.error_count},
-      {"warning_count", &r.warning_count},
-      {"check_count", &r.check_count},
-      {"located_error_count", &r.located_error_count},
-      {"located_warning_count", &r.located_warning_count},
-      {"located_check_count", &r.located_check_count},
-      {"message_number", &r.message_number},
-      {"message_level", &r.message_level},
-      {"message_table_unit", &r.message_table_unit},
-      {"one_line_flag", &r.one_line_flag},
-      {"message_layer", &r.message_layer},
-      {"secondary_message_layer", &r.secondary_message_layer},
-      {"default_x", &r.default_x},
-      {"default_y", &r.default_y},
-      {"unlocated_spacing", &r.unlocated_spacing},
-      {"strict_command_flag", &r.strict_command_flag},
-      {"echo_flag", &r.echo_flag},
-      {"suppression_flag", &r.suppression_flag},
-  };
+  name("domain last_domain n m", {&domain_, &lastDomain_, &n_, &m_});
+  name("x0 y0 dx dy angle",
+       {&grid_.frame.x0, &grid_.frame.y0, &grid_.frame.dx, &grid_.frame.dy, &grid_.frame.angle});
+  name(
+      "first_object_bound second_object_bound first_row_bound second_row_bound first_row_offset "
+      "second_row_offset",
+      {&grid_.frame.firstBound, &grid_.frame.secondBound, &grid_.firstRowBound,
+       &grid_.secondRowBound, &grid_.firstRowOffset, &grid_.secondRowOffset});
+  name("first_offset second_offset simulation_name prefix unit record",
+       {&firstOffset_, &secondOffset_, &simulation_, &prefix_, &unit_, &record_});
+  name(
+      "save_date_check save_date_error table_extension host_projection projection_error "
+      "check_layer_prefix check_layer_header_source",
+      {&gis.checkSaveDate, &gis.saveDateIsError, &gis.tableExtension, &gis.hostProjection,
+       &gis.projectionIsError, &gis.checkLayerPrefix, &gis.checkLayerHeaderSource});
+  name("line1 line2 line3 line4 detail1 detail2 detail3 reference_link",
+       {std::span<char>(r.line1), std::span<char>(r.line2), std::span<char>(r.line3),
+        std::span<char>(r.line4), std::span<char>(r.detail1), std::span<char>(r.detail2),
+        std::span<char>(r.detail3), std::span<char>(r.reference_link)});
+  name(
+      "error_count warning_count check_count located_error_count located_warning_count "
+      "located_check_count message_number message_level",
+      {&r.error_count, &r.warning_count, &r.check_count, &r.located_error_count,
+       &r.located_warning_count, &r.located_check_count, &r.message_number, &r.message_level});
+  name(
+      "log_unit message_table_unit message_layer secondary_message_layer one_line_flag "
+      "strict_command_flag echo_flag suppression_flag",
+      {&r.log_unit, &r.message_table_unit, &r.message_layer, &r.secondary_message_layer,
+       &r.one_line_flag, &r.strict_command_flag, &r.echo_flag, &r.suppression_flag});
+  name("label_box_width label_height default_x default_y unlocated_spacing",
+       {&r.label_box_width, &r.label_height, &r.default_x, &r.default_y, &r.unlocated_spacing});
+  // The options of domain 1, as their commands name them.
+  MorphologyParameters& p = module.parameters.ofDomain(1);
+  name(
+      "Fall_Velocity Current_Related_Roughness Wave_Related_Roughness Mixing_Layer_Thickness "
+      "Reference_Level Mixing_Coefficient",
+      {&p.fallVelocity, &p.currentRelatedRoughness, &p.waveRelatedRoughness,
+       &p.mixingLayerThickness, &p.referenceLevel, &p.mixingCoefficient});
+  name(
+      "AUTO_Fall_Velocity AUTO_Current_Related_Roughness AUTO_Wave_Related_Roughness "
+      "AUTO_Mixing_Layer_Thickness AUTO_Reference_Level AUTO_Mixing_Coefficient",
+      {&p.automaticFallVelocity, &p.automaticCurrentRelatedRoughness,
+       &p.automaticWaveRelatedRoughness, &p.automaticMixingLayerThickness,
+       &p.automaticReferenceLevel, &p.automaticMixingCoefficient});
+  name(
+      "Sand_Grain_Density Water_Density Time_Centreing_Factor Slump_Slope Slump_Bed_Change_Limit "
+      "Bed_Change_Limit Concentration_Factor",
+      {&p.sandGrainDensity, &p.waterDensity, &p.timeCentringFactor, &p.slumpSlope,
+       &p.slumpBedChangeLimit, &p.bedChangeLimit, &p.concentrationFactor});
+  name("Erosion_Method Deposition_Method Cell_Sides_High Velocity_Centred",
+       {&p.erosionMethod, &p.depositionMethod, &p.cellSidesHigh, &p.velocityCentred});
   console.beforeAnswer = [this] {
     while (!console.answers.empty() && console.answers.front().starts_with("! ")) {
       act(std::string_view(console.answers.front()).substr(2));
       console.answers.pop_front();
     }
   };
-}
-
-void CaseHost::answer(std::string_view lines) {
-  answerWith(lines);
 }
 
 void CaseHost::setUp() {
@@ -217,45 +189,16 @@ void CaseHost::start() {
   reserve(1, true);
 }
 
-std::optional<Value> CaseHost::value(const std::string& name) {
-  if (const auto known = values_.find(name); known != values_.end()) return known->second;
-  if (!DomainFieldTable::isDomain(domain_)) return {};
-  // The options of the domain, by the words of their commands.
-  MorphologyParameters& p = module.parameters.ofDomain(domain_);
-  const std::map<std::string_view, Value> options = {
-      {"fall velocity", &p.fallVelocity},
-      {"current related roughness", &p.currentRelatedRoughness},
-      {"wave related roughness", &p.waveRelatedRoughness},
-      {"mixing layer thickness", &p.mixingLayerThickness},
-      {"reference level", &p.referenceLevel},
-      {"mixing coefficient", &p.mixingCoefficient},
-      {"sand grain density", &p.sandGrainDensity},
-      {"water density", &p.waterDensity},
-      {"time centreing factor", &p.timeCentringFactor},
-      {"slump slope", &p.slumpSlope},
-      {"slump bed change limit", &p.slumpBedChangeLimit},
-      {"bed change limit", &p.bedChangeLimit},
-      {"concentration factor", &p.concentrationFactor},
-      {"erosion method", &p.erosionMethod},
-      {"deposition method", &p.depositionMethod},
-      {"cell sides high", &p.cellSidesHigh},
-      {"velocity centred", &p.velocityCentred},
-      {"automatic fall velocity", &p.automaticFallVelocity},
-      {"automatic current related roughness", &p.automaticCurrentRelatedRoughness},
-      {"automatic wave related roughness", &p.automaticWaveRelatedRoughness},
-      {"automatic mixing layer thickness", &p.automaticMixingLayerThickness},
-      {"automatic reference level", &p.automaticReferenceLevel},
-      {"automatic mixing coefficient", &p.automaticMixingCoefficient},
-  };
-  const auto option = options.find(name);
-  return option == options.end() ? std::nullopt : std::optional(option->second);
+std::optional<Value> CaseHost::value(const std::string& name) const {
+  const auto known = values_.find(name);
+  return known == values_.end() ? std::nullopt : std::optional(known->second);
 }
 
 void CaseHost::set(const Value& value, std::string_view text) {
   if (auto* whole = std::get_if<std::string*>(&value)) **whole = fileName(text);
   if (auto* on = std::get_if<bool*>(&value)) **on = text == "on";
-  if (auto* number = std::get_if<double*>(&value)) **number = numberIn<double>(text);
-  if (auto* number = std::get_if<std::int32_t*>(&value)) **number = numberIn<std::int32_t>(text);
+  if (auto* number = std::get_if<double*>(&value)) **number = fuzz::Numbers(text).real();
+  if (auto* number = std::get_if<std::int32_t*>(&value)) **number = fuzz::Numbers(text).integer();
   if (auto* buffer = std::get_if<std::span<char>>(&value)) {
     std::ranges::fill(*buffer, ' ');
     unescaped(text).copy(buffer->data(), buffer->size());
@@ -309,7 +252,7 @@ void CaseHost::call(std::string_view line) {
     if (const std::optional<Value> named = value(name))
       return set(*named, line.substr(std::min(sign + 3, line.size())));
   }
-  Words words(line);
+  fuzz::Numbers words(line);
   const std::string_view word = words.word();
   if (word == "start-up") return start();
   if (word == "EXITS") module.termination.exits();
@@ -326,7 +269,7 @@ void CaseHost::call(std::string_view line) {
     const std::int32_t last = words.integer();
     return writeCheckLayer(last, words.rest() != "off");
   }
-  if (word == "DMESSAGEXY" || word == "DMESSAGE" || word == "write") return message(word, words);
+  if (word == "DMESSAGEXY" || word == "DMESSAGE") return message(word, words);
   if (word == "DLINE") {
     tableIsOwn_ = false;
     return module.messages.dline(words.integer());
@@ -358,7 +301,7 @@ void CaseHost::call(std::string_view line) {
 }
 
 void CaseHost::act(std::string_view line) {
-  Words words(line);
+  fuzz::Numbers words(line);
   const std::string_view what = words.word();
   const std::string name(words.word());
   std::error_code ignored;
@@ -500,13 +443,13 @@ void CaseHost::writeCheckLayer(std::int32_t last, bool values) {
                                    .work = work()});
 }
 
-void CaseHost::message(std::string_view kind, Words& words) {
+void CaseHost::message(std::string_view kind, fuzz::Numbers& words) {
   const std::int32_t blankLines = std::min(words.integer(), 100);
   const std::int32_t errors = record->error_count;
   const bool isError = fieldText(record->line1).starts_with("ERROR");
   if (kind == "DMESSAGE") {
     module.messages.dmessage(blankLines);
-  } else if (kind == "write") {
+  } else if (words.rest().empty()) {
     module.messages.write(blankLines);
   } else {
     const double x = words.real();
@@ -560,7 +503,7 @@ void CaseHost::close(std::int32_t unit) {
   if (unit_ == 0) require(module.files.find(unit) == nullptr, "a closed unit is free");
 }
 
-void CaseHost::use(std::string_view word, Words& words) {
+void CaseHost::use(std::string_view word, fuzz::Numbers& words) {
   readsOnly = tableIsOwn_ = false;
   Unit* const file = module.files.find(words.integer());
   if (file == nullptr) return;

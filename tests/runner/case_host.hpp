@@ -20,21 +20,6 @@
 
 namespace nivaro::test {
 
-// Blanks between words; a number that is none, or missing, is 0.
-class Words {
- public:
-  explicit Words(std::string_view text) : rest_(text) {}
-
-  std::string_view word();
-  std::string_view rest() const { return rest_; }
-  bool isEmpty() const { return rest_.empty(); }
-  std::int32_t integer();
-  double real();
-
- private:
-  std::string_view rest_;
-};
-
 // A text with \n, \r, \t, \0 and \xNN for what no line of a case can hold.
 std::string unescaped(std::string_view text);
 
@@ -47,6 +32,7 @@ std::filesystem::file_time_type caseTime();
 // Numbers and words as hosts and control files set them.
 using Value = std::variant<double*, std::int32_t*, bool*, std::string*, std::span<char>>;
 std::string textOf(const Value& value);
+std::string textOf(double number);
 
 // A field of the domain, and what its cells hold where nothing has set them.
 struct Field {
@@ -61,8 +47,7 @@ class CaseHost : public fuzz::FuzzModule {
 
   // Throws ProcessEnded where the call ends the run.
   void call(std::string_view line);
-  void answer(std::string_view lines);
-  std::optional<Value> value(const std::string& name);
+  std::optional<Value> value(const std::string& name) const;
   std::optional<Field> field(std::string_view name);
 
   // Promises that hold at any time, whatever was called.
@@ -90,10 +75,10 @@ class CaseHost : public fuzz::FuzzModule {
   void requireOnlyTheGridWasSet(const Domain& size) const;
   void morphology(std::string_view what);
   void writeCheckLayer(std::int32_t last, bool values);
-  void message(std::string_view kind, Words& words);
+  void message(std::string_view kind, fuzz::Numbers& words);
   void open(std::string_view mode, std::int32_t recordLength, std::string_view text);
   void close(std::int32_t unit);
-  void use(std::string_view word, Words& words);
+  void use(std::string_view word, fuzz::Numbers& words);
   SedimentFields fields() const;
   WorkArrays work() const;
   std::string fileName(std::string_view text) const;
@@ -129,7 +114,7 @@ class CaseHost : public fuzz::FuzzModule {
   std::vector<std::int32_t> code_;
   std::vector<Logical> wet_;
   std::optional<LockedFile> locked_;
-  std::map<std::string, Value> values_;
+  std::map<std::string, Value, std::less<>> values_;
 };
 
 }  // namespace nivaro::test

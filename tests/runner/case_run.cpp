@@ -144,10 +144,10 @@ class Playing {
 
  private:
   void play(const std::string& name, const std::string& text) {
-    Words words(name);
+    fuzz::Numbers words(name);
     const std::string_view kind = words.word();
     if (kind == "expect") return compares_ ? expect(words.rest(), text) : void();
-    if (kind == "answers") return host().answer(text);
+    if (kind == "answers") return host().answerWith(text);
     if (kind == "host") return call(text);
     if (kind == "given") return give(words.rest(), text);
     if (kind == "control") {
@@ -240,27 +240,13 @@ class Playing {
   }
 
   template <typename T>
-  static std::string map(const Grid<T>& cells, double otherwise, const std::string& meant) {
-    std::istringstream words(meant);
+  static std::string map(const Grid<T>& cells, double otherwise) {
     std::string text;
-    for (int i = cells.n(); i >= 1; --i) {
+    for (int i = cells.n(); i >= 1; --i)
       for (int j = 1; j <= cells.m(); ++j) {
-        T cell = cells(i, j);
-        std::string word;
-        T expected{};
-        words >> word;
-        std::from_chars(word.data(), word.data() + word.size(), expected);
-        // A value as it was meant keeps its spelling; computed ones are meant to their last digits.
-        const bool isMeant = std::abs(static_cast<double>(cell) - static_cast<double>(expected)) <=
-                             1e-13 * std::abs(static_cast<double>(expected));
-        text += j == 1 ? "" : " ";
-        if (static_cast<double>(cell) == otherwise)
-          text += '.';
-        else
-          text += isMeant && word != "." ? word : textOf(Value(&cell));
+        const auto cell = static_cast<double>(cells(i, j));
+        text += (cell == otherwise ? "." : textOf(cell)) + (j == cells.m() ? '\n' : ' ');
       }
-      text += '\n';
-    }
     return text;
   }
 
@@ -302,7 +288,7 @@ class Playing {
         meant += '\n';
       }
     }
-    compare(name, map(cells, otherwise, meant), meant);
+    compare(name, map(cells, otherwise), meant);
   }
 
   // What was shown since the last look, and how the run ended where it did.
