@@ -142,6 +142,10 @@ CaseHost::CaseHost(bool isMutated)
        &r.one_line_flag, &r.strict_command_flag, &r.echo_flag, &r.suppression_flag});
   name("label_box_width label_height default_x default_y unlocated_spacing",
        {&r.label_box_width, &r.label_height, &r.default_x, &r.default_y, &r.unlocated_spacing});
+  name("time time_offset skipped_code points",
+       {&flags_.time, &flags_.timeOffset, &flags_.skippedCode, &points_});
+  name("time_code_switch flag_depth_threshold num_data num_cells",
+       {&dataset.timeCodeSwitch, &dataset.flagDepthThreshold, &dataset.numData, &dataset.numCells});
   // The options of domain 1, as their commands name them.
   MorphologyParameters& p = module.parameters.ofDomain(1);
   name(
@@ -228,7 +232,8 @@ SedimentFields CaseHost::fields() const {
 
 std::optional<Field> CaseHost::field(std::string_view name) {
   if (name == "code") return Field{grid(code_), 0.0};
-  for (const std::string_view bed : {"depth", "zc", "zpts", "z2", "z1"})
+  if (name == "active") return Field{grid(active_), 0.0};
+  for (const std::string_view bed : {"depth", "surface", "zc", "zpts", "z2", "z1"})
     if (name == bed) return Field{grid(bed_[std::string(name)]), 0.0};
   if (!domains_.contains(domain_)) return {};
   const SedimentFields all = fields();
@@ -239,6 +244,9 @@ std::optional<Field> CaseHost::field(std::string_view name) {
       {"Deposition Voids", {all.depositionVoids, 0.4}},
       {"Bed Limit", {all.bedLimit, -99999.0}},
       {"Bed Code", {all.bedCode, 1.0}},
+      {"cell change", {all.cellChange, 0.0}},
+      {"corner change",
+       {module.fields.cornerBedChange(domain_, real.data(), all.d50.n(), all.d50.m()), 0.0}},
   };
   for (const auto& [fieldName, field] : known)
     if (name == fieldName) return field;
@@ -269,6 +277,7 @@ void CaseHost::call(std::string_view line) {
     const std::int32_t last = words.integer();
     return writeCheckLayer(last, words.rest() != "off");
   }
+  if (word.starts_with("dataset_")) return writeDataset(word.substr(8), words);
   if (word == "DMESSAGEXY" || word == "DMESSAGE") return message(word, words);
   if (word == "DLINE") {
     tableIsOwn_ = false;
@@ -406,9 +415,9 @@ void CaseHost::requireWhole() const {
 }
 
 void CaseHost::morphology(std::string_view what) {
-  hasStepped_ = true;
   const auto size = domains_.find(domain_);
   if (size != domains_.end() && (size->second.n < 5 || size->second.m < 5)) return;
+  hasStepped_ = true;
   const auto bed = [&](const char* name) { return grid(bed_[name]); };
   const Grid<double> still = bed("still");
   const Grid<Logical> wet = grid(wet_);
@@ -441,6 +450,39 @@ void CaseHost::writeCheckLayer(std::int32_t last, bool values) {
                                              .frame = cellFrame_},
                                    .writeValues = values,
                                    .work = work()});
+}
+
+void CaseHost::writeDataset(std::string_view what, fuzz::Numbers& words) {
+  constexpr std::int32_t kMost = 1000;
+  if (isMutated_) dataset.numData = std::min(dataset.numData, kMost);
+  if (isMutated_) dataset.numCells = std::min(dataset.numCells, kMost);
+  module.dataset.setSettings(dataset);
+  if (what == "header") return module.dataset.writeHeader(words.rest());
+  if (what == "end") return module.dataset.writeEnd();
+
+  flags_.code = grid(code_);
+  flags_.active = grid(active_);
+  flags_.depthTerm1 = grid(bed_["depth"]);
+  flags_.depthTerm2 = grid(bed_["surface"]);
+  const int n = flags_.code.n();
+  const int m = flags_.code.m();
+  const Area range{3, 3, n - 2, m - 2};
+  if (n < 5 || m < 5) return;
+  const DomainTurn turn{domain_, words.integer()};
+  if (what == "flags") return module.dataset.writeFlags(turn, flags_, range);
+  std::vector<std::int32_t> i;
+  std::vector<std::int32_t> j;
+  for (fuzz::Numbers points(points_); !points.rest().empty();) {
+    i.push_back(std::clamp(points.integer(), 1, n));
+    j.push_back(std::clamp(points.integer(), 1, m));
+  }
+  writeDatasetValues(module, {.turn = turn,
+                              .writeValues = words.rest() != "off",
+                              .nx = n,
+                              .range = range,
+                              .pointI = i,
+                              .pointJ = j,
+                              .realWork = real.data()});
 }
 
 void CaseHost::message(std::string_view kind, fuzz::Numbers& words) {

@@ -57,6 +57,7 @@ class CaseHost : public fuzz::FuzzModule {
 
   std::vector<double> real;  // work arrays
   std::vector<std::int32_t> integer;
+  DatasetSettings dataset;
   bool readsOnly = true;  // files are read by the module alone, line by line
 
  private:
@@ -75,6 +76,7 @@ class CaseHost : public fuzz::FuzzModule {
   void requireOnlyTheGridWasSet(const Domain& size) const;
   void morphology(std::string_view what);
   void writeCheckLayer(std::int32_t last, bool values);
+  void writeDataset(std::string_view what, fuzz::Numbers& words);
   void message(std::string_view kind, fuzz::Numbers& words);
   void open(std::string_view mode, std::int32_t recordLength, std::string_view text);
   void close(std::int32_t unit);
@@ -113,6 +115,9 @@ class CaseHost : public fuzz::FuzzModule {
   std::map<std::string, std::vector<double>, std::less<>> bed_;
   std::vector<std::int32_t> code_;
   std::vector<Logical> wet_;
+  std::vector<Logical> active_;
+  CellFlags flags_;
+  std::string points_;  // of the dataset's values: two indices each
   std::optional<LockedFile> locked_;
   std::map<std::string, Value, std::less<>> values_;
 };

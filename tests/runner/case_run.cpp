@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <sstream>
 
@@ -116,6 +117,35 @@ void requireSameBothWays(std::string_view bytes, const std::string& name) {
             "a record stepped back over is read again");
     file.backspace();
   }
+}
+
+// The cards of a dataset, a line each; behind that of a time the flags and the values.
+std::string cardsOf(std::string_view bytes, const DatasetSettings& sizes) {
+  std::string text;
+  const auto take = [&](auto number) {
+    const std::size_t size = std::min(sizeof number, bytes.size());
+    std::memcpy(&number, bytes.data(), size);
+    bytes.remove_prefix(size);
+    return textOf(static_cast<double>(number));
+  };
+  while (!bytes.empty()) {
+    const std::string card = take(std::int32_t{});
+    text += card;
+    if (card == "190") {
+      text += ' ' + std::string(bytes.substr(0, 40)) + '|';
+      bytes.remove_prefix(std::min<std::size_t>(40, bytes.size()));
+    } else if (card == "200") {
+      text += ' ' + take(std::int8_t{});
+      text += ' ' + take(float{}) + "\nflags";
+      for (int k = 0; k < sizes.numCells; ++k) text += ' ' + take(std::int8_t{});
+      text += "\nvalues";
+      for (int k = 0; k < sizes.numData; ++k) text += ' ' + take(float{});
+    } else if (card != "3000" && card != "130" && card != "210") {
+      text += ' ' + take(std::int32_t{});
+    }
+    text += '\n';
+  }
+  return text;
 }
 
 // Once through a case.
@@ -272,6 +302,8 @@ class Playing {
       return compare(what, folder_.bytes(what.substr(6)), unescaped(bytes));
     }
     if (!host_) return fault(what, "(no host)", meant);
+    if (what.starts_with("dataset "))
+      return compare(what, cardsOf(folder_.bytes(what.substr(8)), host_->dataset), meant);
     if (const std::optional<Field> field = host_->field(what))
       return std::visit([&](const auto& cells) { expectMap(what, cells, field->otherwise, meant); },
                         field->cells);
