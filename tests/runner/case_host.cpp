@@ -203,6 +203,9 @@ void CaseHost::set(const Value& value, std::string_view text) {
   if (auto* on = std::get_if<bool*>(&value)) **on = text == "on";
   if (auto* number = std::get_if<double*>(&value)) **number = fuzz::Numbers(text).real();
   if (auto* number = std::get_if<std::int32_t*>(&value)) **number = fuzz::Numbers(text).integer();
+  const Unit* const table = module.files.find(record->message_table_unit);
+  if (isMutated_ && table != nullptr && table->path() != "messages.csv")
+    record->message_table_unit = 0;
   if (auto* buffer = std::get_if<std::span<char>>(&value)) {
     std::ranges::fill(*buffer, ' ');
     unescaped(text).copy(buffer->data(), buffer->size());
@@ -256,7 +259,7 @@ std::optional<Field> CaseHost::field(std::string_view name) {
 void CaseHost::call(std::string_view line) {
   if (const std::size_t sign = line.find(" ="); sign != line.npos) {
     const std::string name(line.substr(0, sign));
-    if (isMutated_ && name.ends_with("_count")) return;  // the module counts
+    if (isMutated_ && (name.ends_with("_count") || name == "log_unit")) return;  // the module's
     if (const std::optional<Value> named = value(name))
       return set(*named, line.substr(std::min(sign + 3, line.size())));
   }
@@ -280,7 +283,7 @@ void CaseHost::call(std::string_view line) {
   if (word.starts_with("dataset_")) return writeDataset(word.substr(8), words);
   if (word == "DMESSAGEXY" || word == "DMESSAGE") return message(word, words);
   if (word == "DLINE") {
-    tableIsOwn_ = false;
+    unitsAreOwn_ = false;
     return module.messages.dline(words.integer());
   }
   if (word == "replay") return module.messages.replayTable(words.integer());
@@ -298,7 +301,7 @@ void CaseHost::call(std::string_view line) {
   if (word == "pool") {
     const std::int32_t base = std::min(words.integer(), 100000);
     base_ = std::max(base, 9);
-    tableIsOwn_ = false;
+    unitsAreOwn_ = false;
     return module.files.initFileUnits(base);
   }
   if (word == "close") return close(words.integer());
@@ -505,7 +508,7 @@ void CaseHost::message(std::string_view kind, fuzz::Numbers& words) {
 
 void CaseHost::requireSoundMessages(const TempFolder& folder) {
   Unit* table = module.files.find(record->message_table_unit);
-  if (tableIsOwn_ && table != nullptr && table->path() == "messages.csv" &&
+  if (unitsAreOwn_ && tableIsOwn_ && table != nullptr && table->path() == "messages.csv" &&
       record->log_unit != record->message_table_unit) {
     table->close();
     table->open("messages.csv", {});
@@ -517,7 +520,7 @@ void CaseHost::requireSoundMessages(const TempFolder& folder) {
     require(!isReadable || !console.shows("WARNING 0300"),
             "rows of the message table are read back");
   }
-  if (!fuzz::completes([&] { module.gisLayers.gisCloseAll(); })) return;
+  if (!fuzz::completes([&] { module.gisLayers.gisCloseAll(); }) || !unitsAreOwn_) return;
   for (const char* layer : {"run_messages", "run_messages_check"}) requireSoundLayer(folder, layer);
 }
 
@@ -525,7 +528,7 @@ void CaseHost::open(std::string_view mode, std::int32_t recordLength, std::strin
   readsOnly = false;
   const std::string file = fileName(text);
   if (isMutated_ && isLayerOfMessages(file)) return;
-  tableIsOwn_ = tableIsOwn_ && std::exchange(hasOpened_, true) == false && mode == "O";
+  tableIsOwn_ = !std::exchange(hasOpened_, true) && mode == "O";
   unit_ = module.files.openFile(file, mode, recordLength);
   if (unit_ == 0) return require(mode == "A", "an open that fails says so in one mode only");
   require(unit_ > base_ && unit_ <= base_ + FileUnits::kSlots, "units are those of the pool");
@@ -540,13 +543,14 @@ void CaseHost::open(std::string_view mode, std::int32_t recordLength, std::strin
 
 void CaseHost::close(std::int32_t unit) {
   unit_ = unit;
+  unitsAreOwn_ = false;
   module.files.closeFile(unit_);
   require(unit_ == 0 || unit_ == unit, "closing clears the variable or leaves it");
   if (unit_ == 0) require(module.files.find(unit) == nullptr, "a closed unit is free");
 }
 
 void CaseHost::use(std::string_view word, fuzz::Numbers& words) {
-  readsOnly = tableIsOwn_ = false;
+  readsOnly = unitsAreOwn_ = false;
   Unit* const file = module.files.find(words.integer());
   if (file == nullptr) return;
   const bool canRead = file->options().action != OpenOptions::Action::Write;

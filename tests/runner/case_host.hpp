@@ -90,7 +90,8 @@ class CaseHost : public fuzz::FuzzModule {
   const bool isMutated_;
   bool isSetUp_ = false;
   bool hasStepped_ = false;
-  bool tableIsOwn_ = true;  // the message table holds messages alone
+  bool unitsAreOwn_ = true;  // none was written or closed by its number
+  bool tableIsOwn_ = true;   // the message table was opened first, and anew
   bool hasOpened_ = false;
   std::int32_t base_ = 2000;  // of the unit numbers
   std::int32_t domain_ = 1;
