@@ -239,6 +239,7 @@ std::optional<Field> CaseHost::field(std::string_view name) {
   for (const std::string_view bed : {"depth", "surface", "zc", "zpts", "z2", "z1"})
     if (name == bed) return Field{grid(bed_[std::string(name)]), 0.0};
   if (!domains_.contains(domain_)) return {};
+  hasStepped_ = hasStepped_ || name == "cell change";  // the host may set what a step left
   const SedimentFields all = fields();
   const std::pair<std::string_view, Field> known[] = {
       {"D50", {all.d50, 0.00016}},
