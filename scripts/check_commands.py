@@ -26,11 +26,11 @@ def main():
     told = {re.sub(r"^SET |MORPHOLOGY|\.\.\.", "", text.upper()).strip()
             for row in re.findall(r"^\| (`[^|]*)\|", table, re.M)
             for text in re.findall(r"`([^`]+)`", row)}
-    words = (ROOT / "tests" / "fuzz" / "control_file.dict").read_text(encoding="utf-8").upper()
+    words = (ROOT / "tests" / "fuzz" / "cases.dict").read_text(encoding="utf-8").upper()
 
     errors = [f"docs/user-guide.md lacks the command {c}" for c in sorted(commands - told)]
     errors += [f"docs/user-guide.md tells of {c}, which no source knows" for c in sorted(told - commands)]
-    errors += [f"tests/fuzz/control_file.dict lacks {c}" for c in sorted(commands) if c not in words]
+    errors += [f"tests/fuzz/cases.dict lacks {c}" for c in sorted(commands) if c not in words]
     errors += [f"{short} is found in {long}, which stands behind it" for k, short in enumerate(options)
                for long in options[k + 1:] if short in long]
     for error in errors:

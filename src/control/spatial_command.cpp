@@ -125,8 +125,7 @@ void SpatialCommands::assignRows(Unit& table, Grid<T> field, const GridDescripti
   std::int64_t outside = 0;
   std::int64_t firstOutside = 0;
   CellRow row;
-  constexpr bool kIsInteger = std::is_integral_v<T>;
-  for (std::int64_t number = 1; nextRow(table, number, kIsInteger, row); ++number) {
+  for (std::int64_t number = 1; nextRow(table, number, row); ++number) {
     const std::int64_t i = element(row.first, grid.firstRowOffset);
     const std::int64_t j = element(row.second, grid.secondRowOffset);
     if (!isWithin(i, grid.firstRowBound, field.n()) ||
@@ -134,6 +133,8 @@ void SpatialCommands::assignRows(Unit& table, Grid<T> field, const GridDescripti
       if (++outside == 1) firstOutside = number;
       continue;
     }
+    if (std::is_integral_v<T> && !isInIntegerRange(row.value))
+      failRow(table, number, "Its value is beyond the integers of 4 bytes: " + areal8(row.value));
     field(static_cast<int>(i), static_cast<int>(j)) = toCell(row.value);
   }
   if (outside == 0 || !grid.isUsed) return;
@@ -145,18 +146,17 @@ void SpatialCommands::assignRows(Unit& table, Grid<T> field, const GridDescripti
 }
 
 // False at the end of the table. A row that cannot be read ends the run.
-bool SpatialCommands::nextRow(Unit& table, std::int64_t number, bool isInteger, CellRow& row) {
+bool SpatialCommands::nextRow(Unit& table, std::int64_t number, CellRow& row) {
   std::string_view text;
   const ReadStatus status = readRow(table, text);
   if (status == ReadStatus::End) return false;
-  std::string reason = "It cannot be read.";
-  if (status == ReadStatus::Ok) {
-    const bool isRead = readCellRow(text, row);
-    if (isRead && (!isInteger || isInIntegerRange(row.value))) return true;
-    reason = isRead ? "Its value is beyond the integers of 4 bytes: "
-                    : "Not two integers and a number: ";
-    reason += text;
-  }
+  if (status == ReadStatus::Error) failRow(table, number, "It cannot be read.");
+  if (!readCellRow(text, row))
+    failRow(table, number, "Not two integers and a number: " + std::string(text));
+  return true;
+}
+
+void SpatialCommands::failRow(const Unit& table, std::int64_t number, const std::string& reason) {
   diagnostics_.fatal({.line1 = "ERROR - Reading line " + ainteger(number) + " of .mid file",
                       .line2 = "File \"" + table.path() + "\"",
                       .detail1 = reason});

@@ -59,7 +59,8 @@ class SpatialCommands {
   void passObject(Unit& mif, Unit& mid);
   template <typename T, typename ToCell>
   void assignRows(Unit& table, Grid<T> field, const GridDescription& grid, ToCell toCell);
-  bool nextRow(Unit& table, std::int64_t number, bool isInteger, CellRow& row);
+  bool nextRow(Unit& table, std::int64_t number, CellRow& row);
+  [[noreturn]] void failRow(const Unit& table, std::int64_t number, const std::string& reason);
   void announce(const std::string& text, std::int32_t logUnit);
 
   FileUnits& files_;

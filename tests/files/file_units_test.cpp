@@ -1,83 +1,46 @@
 #include "files/file_units.hpp"
 
+#include "files/open_mode.hpp"
 #include "files_fixture.hpp"
-#include "platform/support.hpp"
 
 namespace nivaro {
 namespace {
 
-using test::exitCodeOf;
+using FileUnitsTest = test::FilesTest;
 
-struct FileUnitsTest : test::FilesTest {
-  FileUnitsTest() { files.initFileUnits(2000); }
+TEST_F(FileUnitsTest, OpenEveryModeAsItsRowSays) {
+  files.initFileUnits(2000);
+  for (const OpenMode& mode : kOpenModes) {
+    const std::string code(mode.code);
+    SCOPED_TRACE(code);
+    const bool keeps =
+        mode.isInput || code[0] == 'A' || code[0] == 'S' || code[0] == 'D' || code == "IO";
+    const std::string path = folder.write("file", "kept");
+    std::int32_t unit = files.openFile(path, code, 12);
+    ASSERT_NE(files.find(unit), nullptr);
+    const OpenOptions& options = files.find(unit)->options();
+    EXPECT_EQ(options.recordLength, mode.callersLength ? 12 : code == "DX" ? 4 : 0);
+    EXPECT_EQ(options.bigEndian, code[1] == 'E' || code == "BN");
+    EXPECT_EQ(options.position == OpenOptions::Position::End, code[0] == 'A');
+    files.closeFile(unit);
+    EXPECT_EQ(folder.read("file"), keeps ? "kept" : "");
 
-  std::int32_t open(const std::string& name, std::string_view mode = "O ") {
-    return files.openFile(folder.path(name), mode, 1);
+    if (mode.isInput || code == "DX") continue;  // these create nothing
+    std::filesystem::remove(path);
+    files.closeFile(unit = files.openFile(path, code, 12));
+    EXPECT_TRUE(std::filesystem::exists(path));
   }
-};
-
-TEST_F(FileUnitsTest, TakesTheLowestFreeUnit) {
-  std::int32_t first = open("a");
-  EXPECT_EQ(first, 2001);
-  EXPECT_EQ(open("b"), 2002);
-  files.closeFile(first);
-  EXPECT_EQ(open("c", "O"), 2001);   // a mode without its trailing blank
-  EXPECT_EQ(open("d", "ZZ"), 2003);  // an unknown mode keeps its slot without a file
-  EXPECT_EQ(files.find(2003), nullptr);
-  EXPECT_EQ(open("e"), 2004);
-
-  files.initFileUnits(-5);  // a base below 9 is raised; open files are forgotten, but not closed
-  EXPECT_EQ(open("f"), 10);
-  EXPECT_NE(files.find(2002), nullptr);
 }
 
-TEST_F(FileUnitsTest, ClosesPoolUnitsInUseOnly) {
-  std::int32_t unit = open("a");
-  output.clear();
-  for (const std::int32_t other : {0, -1, 7, 2000, 2002, 3000, 3001, -2147483647 - 1, 2147483647}) {
-    std::int32_t variable = other;
-    files.closeFile(variable);
-    EXPECT_EQ(variable, other);
-  }
-  EXPECT_EQ(output, "");
-
-  files.closeFile(unit);
-  EXPECT_EQ(unit, 0);
-  EXPECT_EQ(output, "...Closed File Unit:2001\n");
-  EXPECT_EQ(files.find(2001), nullptr);
-}
-
-TEST_F(FileUnitsTest, CutsNamesAtAThousandCharacters) {
-  // Of the "./" pairs that fill the name up, the cut leaves 1000 characters: a name that exists.
-  std::string name = folder.path("");
-  while (name.size() + 2 < 1000) name += "./";
-  name += std::string(1000 - name.size(), 'n');
-  EXPECT_EQ(files.openFile("   " + name + std::string(200, 'x'), "O ", 1), 2001);
-  EXPECT_EQ(files.find(2001)->path().back(), 'n');
-}
-
-TEST_F(FileUnitsTest, EndsForABlankNameAndWhenAllUnitsAreTaken) {
-  EXPECT_EQ(exitCodeOf([&] { files.openFile("   ", "I ", 1); }), 1);
-  EXPECT_EQ(output, "\nEmpty filename specified.  Bailing out.  Please contact support " +
-                        std::string(kSupportAddress) + ".\nPress Enter to Close\n");
-
-  for (int i = 0; i < FileUnits::kSlots; ++i) EXPECT_NE(open("a", "ZZ"), 0);
-  output.clear();
-  EXPECT_EQ(exitCodeOf([&] { open("a"); }), 1);
-  EXPECT_EQ(output, "No free file numbers.\n");
-}
-
-TEST_F(FileUnitsTest, ClosesEverythingAtExitWithoutAWord) {
-  for (const auto& [name, mode] : {std::pair("a", "O "), {"b", "ZZ"}, {"c", "O "}})
-    if (Unit* file = files.find(open(name, mode))) file->writeRecord(name);
-  output.clear();
-
-  files.closeAllAtExit();
-
-  EXPECT_EQ(output, "");
-  EXPECT_EQ(folder.read("a") + folder.read("c"), "a\nc\n");
-  EXPECT_EQ(files.find(2001), nullptr);
-  EXPECT_EQ(open("d"), 2004);  // the slots stay taken
+TEST_F(FileUnitsTest, EndTheRunByHooksThatRunOnceEachAlsoWhenOneEndsTheRunItself) {
+  std::string ran;
+  termination.addHook([&] {
+    ran += "first ";
+    termination.exits();
+  });
+  termination.addHook([&] { ran += "second "; });
+  for (int k = 0; k < 2; ++k) test::exitCodeOf([&] { termination.exits(); });
+  EXPECT_EQ(ran, "first second ");
 }
 
 }  // namespace

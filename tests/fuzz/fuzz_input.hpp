@@ -80,10 +80,18 @@ inline std::vector<std::string_view> linesOf(std::string_view text) {
   return lines;
 }
 
-// Numbers separated by blanks; what is none, or missing, is 0.
+// Numbers and words separated by blanks; what is no number, or missing, is 0.
 class Numbers {
  public:
   explicit Numbers(std::string_view text) : rest_(text) {}
+
+  std::string_view word() {
+    rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\r\n"), rest_.size()));
+    const std::string_view word = rest_.substr(0, rest_.find_first_of(" \t\r\n"));
+    rest_.remove_prefix(word.size());
+    return word;
+  }
+  std::string_view rest() const { return rest_.substr(rest_.starts_with(' ') ? 1 : 0); }
 
   std::int32_t integer() { return next<std::int32_t>(); }
   double real() { return next<double>(); }
@@ -98,11 +106,9 @@ class Numbers {
  private:
   template <typename Number>
   Number next() {
-    rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\r\n"), rest_.size()));
-    const std::string_view word = rest_.substr(0, rest_.find_first_of(" \t\r\n"));
-    rest_.remove_prefix(word.size());
+    const std::string_view text = word();
     Number number{};
-    std::from_chars(word.data(), word.data() + word.size(), number);
+    std::from_chars(text.data(), text.data() + text.size(), number);
     return number;
   }
 

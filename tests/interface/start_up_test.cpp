@@ -55,29 +55,6 @@ TEST_F(StartUp, AWordOfTheUserChoosesTheFormatOfTheMessagesLayers) {
   }
 }
 
-TEST_F(StartUp, OpensItsFilesAndWritesTheBanner) {
-  start();
-  const std::string banner =
-      "\nNIVARO MORPHOLOGY Module Build 2007-07-AA\nSupport: " + std::string(kSupportAddress) +
-      "\n";
-  EXPECT_EQ(console.output,
-            "\nTRANSFERRED TO MORPHOLOGY MODULE\n"
-            "\nTrying to open (O) file " +
-                prefix + ".mlf...OK.  File Unit:2001\n" + banner + "\nTrying to open (O) file " +
-                prefix +
-                "_mor.wor...OK.  File Unit:2002\n"
-                "\nTrying to open (BO) file " +
-                prefix + "_morDH.dat...OK.  File Unit:2003\n");
-  EXPECT_EQ(folder.read("Run_01.mlf"), banner);
-  EXPECT_EQ(folder.read("Run_01_mor.wor"),
-            "!Workspace\n!Version 600\n!Charset WindowsLatin1\n"
-            "!Contains morphology input layers from NIVARO simulation \"Run_01\"\n");
-  EXPECT_EQ(record->log_unit, 2001);
-  EXPECT_EQ(module.gisSettings.hostProjection, "COORDSYS");
-  module.dataset.writeEnd();
-  EXPECT_EQ(folder.bytes("Run_01_morDH.dat").size(), 4U);  // one card, from the first slot alone
-}
-
 TEST_F(StartUp, LetsTheUserChooseWhatComputesSteps) {
   start(" Plain ");
   EXPECT_EQ(module.stepWorkspace.processor(), Processor::Plain);

@@ -34,49 +34,6 @@ struct LayerMessagesTest : test::ModuleTest {
   }
 };
 
-TEST_F(LayerMessagesTest, LabelStyleAndAttributesOfALocatedMessage) {
-  message("ERROR 0305 - a \"b\"", "second", "detail");
-
-  // Three label lines of height 2: the box begins 2 right of the place and reaches 3 up and down.
-  EXPECT_THAT(folder.read("run_messages.mif"),
-              HasSubstr("Text\n\"ERROR 0305 - a \"\"b\"\"\\nsecond\\ndetail\"\n"
-                        "             102.000         197.000         152.000         203.000\n"
-                        "    Font (\"Arial\",257,0,16711935,0)\n"
-                        "    Label Line Arrow          100.000         200.000\n"));
-  EXPECT_EQ(folder.read("run_messages.mid"),
-            "\"ERROR 0305 - a \"\"b\"\"  second  detail\",\"" + link("0305") + "\"\n");
-
-  message("ERROR - a", "", "", -4e11);  // wider than the 16 columns of the others
-  EXPECT_THAT(folder.read("run_messages.mif"),
-              HasSubstr(" -399999999998.000         199.000 -399999999948.000         201.000\n"
-                        "    Font (\"Arial\",257,0,16711935,0)\n"
-                        "    Label Line Arrow  -400000000000.000         200.000\n"));
-}
-
-TEST_F(LayerMessagesTest, LineBreaksOfTheHostDoNotBreakTheLayer) {
-  message("ERROR - a\n", "b\r\nc", "D:\\new\\");
-
-  EXPECT_EQ(folder.read("run_messages.mid"), "\"ERROR - a   b  c  D:\\new\\\",\"\"\n");
-  EXPECT_THAT(folder.read("run_messages.mif"),
-              HasSubstr("Text\n\"ERROR - a \\nb  c\\nD:\\new\\\"\n"));
-}
-
-TEST_F(LayerMessagesTest, LongTextsKeepTheirQuotesAndTheirLink) {
-  message("ERROR 0305 - " + std::string(3000, 'x'));
-  const std::string end = "\",\"" + link("0305") + "\"\n";
-  EXPECT_EQ(folder.read("run_messages.mid"),
-            "\"ERROR 0305 - " + std::string(1001 - 14 - end.size(), 'x') + end);
-}
-
-TEST_F(LayerMessagesTest, ChecksGoToASecondLayerWhereTheHostWantsOne) {
-  record->secondary_message_layer = 4;
-  message("CHECK 0008 - c");
-  message("WARNING - w");
-
-  EXPECT_EQ(folder.read("run_messages_check.mid"), "\"CHECK 0008 - c\",\"" + link("0008") + "\"\n");
-  EXPECT_EQ(folder.read("run_messages.mid"), "\"WARNING - w\",\"\"\n");
-}
-
 TEST_F(LayerMessagesTest, ShapefileTakesThePlaceAndTheWholeTextInOneLine) {
   writeAs(gis::LayerFormat::Shape);
   message("ERROR - a", "b");
@@ -107,13 +64,6 @@ TEST_F(LayerMessagesTest, BothFormatsAreOneLayer) {
   EXPECT_THAT(folder.bytes("run_messages_P.dbf"), HasSubstr(" ERROR 0305 - a  b   "));
   for (const char* file : {"run_messages.mif", "run_messages.shp"})
     EXPECT_TRUE(shown("Closing GIS Layer 3 [" + folder.path(file) + "]...\n"));
-}
-
-TEST_F(LayerMessagesTest, NoLayerForALocatedMessageEndsTheRun) {
-  record->message_layer = 0;
-  EXPECT_THROW(message("ERROR 0305 - a"), test::ProcessEnded);
-  EXPECT_TRUE(shown("Should not be here gisWriteObject[gisID=0] - please contact " +
-                    std::string(kSupportAddress)));
 }
 
 }  // namespace

@@ -73,78 +73,6 @@ struct CheckLayerTest : test::ModuleTest {
   CellFrame frame{.x0 = 1000.0, .y0 = 2000.0, .stepA = 8.0, .stepB = 6.0};  // 10 m cells
 };
 
-TEST_F(CheckLayerTest, CellIsASquareOfTheTurnedGridWithItsRecord) {
-  code[at(3, 4)] = -7;
-  depth[at(3, 4)] = 12.5;
-  SedimentFields fields = module.fields.fields(1, work(), kN, kN);
-  fields.d50(3, 4) = 0.00025;
-  fields.d90(3, 4) = 1.5;
-  fields.inSituVoids(3, 4) = 0.35;
-  fields.depositionVoids(3, 4) = 12.0;
-  fields.bedCode(3, 4) = 2;
-
-  write(1, 1);
-
-  // Corner (a, b) lies at (1000 + 8 a - 6 b, 2000 + 6 a + 8 b); a = 1, 2 and b = 0, 1 here.
-  EXPECT_EQ(folder.read("run_mor_check.mif"), kEarth + kColumnBlock +
-                                                  "Region  1\n"
-                                                  "  5\n"
-                                                  "       1010.000       2020.000\n"
-                                                  "       1002.000       2014.000\n"
-                                                  "       1008.000       2006.000\n"
-                                                  "       1016.000       2012.000\n"
-                                                  "       1010.000       2020.000\n"
-                                                  "    Pen (1,2,0)\n"
-                                                  "    Brush (1,0,16777215)\n");
-  EXPECT_EQ(records(),
-            "     2,    10,\"2,10\",-7,     -12.500,1,  0.000250,  1.500000,0.350,*****,"
-            "-99999.000,   2\n");
-  EXPECT_TRUE(shown("...Closed File Unit:2003\n"));
-}
-
-TEST_F(CheckLayerTest, CellsRunAlongTheSecondIndexFirstAndDomainsFollowEachOther) {
-  code.fill(1);
-  code[at(4, 3)] = 0;
-  firstOffset = 123456;
-  module.fields.fields(1, work(), kN, kN).d90(3, 4) = 0.0002;
-  write(1, 2);
-  code.fill(0);
-  code[at(4, 4)] = 5;
-  write(2, 2, false);
-
-  EXPECT_EQ(
-      records(),
-      R"(123457,     9,"123457,9",1,       0.000,1,  0.000160,  0.000160,0.400,0.400,-99999.000,   1
-123457,    10,"123457,10",1,       0.000,1,  0.000160,  0.000200,0.400,0.400,-99999.000,   1
-123458,    10,"123458,10",1,       0.000,1,  0.000160,  0.000160,0.400,0.400,-99999.000,   1
-123458,    10,"123458,10",5,       0.000,2,  0.000000,  0.000000,0.000,0.000,     0.000,   0
-)");
-  // Corner (0, 0) is the origin, and neighbours share their corners.
-  const std::string squares = objects();
-  EXPECT_THAT(squares, StartsWith("Region  1\n  5\n       1002.000       2014.000\n"
-                                  "        994.000       2008.000\n"
-                                  "       1000.000       2000.000\n"));
-  // (4, 4): a = 1, 2 and b = 1, 2, twice.
-  const std::string last =
-      "       1004.000       2028.000\n        996.000       2022.000\n"
-      "       1002.000       2014.000\n       1010.000       2020.000\n"
-      "       1004.000       2028.000\n    Pen (1,2,0)\n    Brush (1,0,16777215)\n";
-  EXPECT_THAT(squares, EndsWith(last + "Region  1\n  5\n" + last));
-  EXPECT_THAT(folder.read("run_mor_check.mif"), HasSubstr(kEarth + kColumnBlock));
-}
-
-TEST_F(CheckLayerTest, DomainWithoutMorphologyHasZerosAndALaterOneWithoutALayerWritesNothing) {
-  code[at(3, 3)] = 1;
-  write(2, 2);
-  EXPECT_EQ(console.output, "");
-
-  std::int32_t nextReal = 1;
-  std::int32_t nextInteger = 1;
-  module.fields.reserve(1, false, kN, kN, nextReal, nextInteger);
-  write(1, 1);
-  EXPECT_THAT(records(), EndsWith(",  0.000000,  0.000000,0.000,0.000,     0.000,   0\n"));
-}
-
 TEST_F(CheckLayerTest, BlankSourceWarnsAndGivesPlaneCoordinatesAroundTheCellsOfAllDomains) {
   module.gisSettings.checkLayerHeaderSource = "    ";
   console.answers = {""};
@@ -176,45 +104,6 @@ TEST_F(CheckLayerTest, BlankSourceWarnsAndGivesPlaneCoordinatesAroundTheCellsOfA
   expectBounds("        988.000,       2000.000) (       1116.000,       2078.000");
   for (const std::int32_t domain : {1, 2}) write(domain, 2);  // another layer
   expectBounds("       1088.000,       2050.000) (       1116.000,       2078.000");
-}
-
-TEST_F(CheckLayerTest, BoundsThatCannotBeReadEndTheRun) {
-  const std::pair<std::string, bool> cases[] = {
-      {"CoordSys Earth Projection 1, 104 Bounds (-180, -90) (180, 90)", true},
-      {"CoordSys Earth Projection 1, 104", true},
-      {"CoordSys Bounds (-180 x", false},
-      {"CoordSys bounds (-180, -90) 180 90", false},
-      {"CoordSys Bounds () ()", false},
-      {"CoordSys Bounds (1,,) (3, 4)", false},
-      {"CoordSys Bounds (1, 2) (3)", false},
-  };
-  for (const auto& [line, isFine] : cases) {
-    SCOPED_TRACE(line);
-    module.gisSettings.checkLayerHeaderSource = line;
-    console.output.clear();
-    EXPECT_EQ(test::exitCodeOf([&] { write(1, 1); }), isFine ? -1 : 1);
-    EXPECT_EQ(shown("\nERROR 0311 - Could not read XY Bounds in MI Projection Line.\n"), !isFine);
-    if (isFine) {
-      EXPECT_THAT(folder.read("run_mor_check.mif"), HasSubstr("\n" + line + "\nColumns"));
-    }
-  }
-}
-
-TEST_F(CheckLayerTest, HeaderOfAFileIsCopiedUpToItsColumns) {
-  folder.write("header.mif",
-               "Version 450  \r\nCoordSys NonEarth Units \"m\" Bounds (-1, -2) ( 3,4.5 )\r\n"
-               "Unique 1\r\nCOLUMNS 1\r\n  v Float\r\n");
-  Unit* out = module.files.find(module.files.openFile(folder.path("out.mif"), "O ", 1));
-  Bounds bounds;
-  MifHeaderWriter(module.files, module.diagnostics, module.termination)
-      .miWriteMifHeader(*out, {.headerFile = folder.path("header.mif")}, 0, bounds);
-  out->flush();
-
-  EXPECT_EQ(folder.read("out.mif"),
-            "Version 450\nCoordSys NonEarth Units \"m\" Bounds (-1, -2) ( 3,4.5 )\nUnique 1\n");
-  EXPECT_EQ((std::array{bounds.xMin, bounds.yMin, bounds.xMax, bounds.yMax}),
-            (std::array{-1.0, -2.0, 3.0, 4.5}));
-  EXPECT_EQ(record->log_unit, module.logUnit) << "the log of the call was for the call";
 }
 
 }  // namespace
