@@ -45,7 +45,7 @@ def routines_without_call():
 
 
 def untested(names):
-    table = (ROOT / "tests/exports/calls.txt").read_text(encoding="utf-8")
+    table = (ROOT / "tests/exports/calls.table").read_text(encoding="utf-8")
     rows = " ".join(re.findall(r"^([A-Z][A-Z0-9_ ]+)\(", table, re.M)).split()
     tests = dict(re.findall(r"^([A-Z]\w+): (.+)$", table, re.M))
     for name in sorted(set(names) - set(rows) - {"DMESSAGES"}):
@@ -64,7 +64,7 @@ def main():
         print(f"{name} does not pass call()")
         errors += 1
     for name in untested(declared):
-        print(f"{name} has no row in tests/exports/calls.txt")
+        print(f"{name} has no row in tests/exports/calls.table")
         errors += 1
     print(f"{len(declared)} names, {errors} errors")
     return 1 if errors else 0
