@@ -227,7 +227,7 @@ void Flow::findStretches() {
   for (int j = lowJ; j <= highJ; ++j) {
     for (int i = lowI; i <= highI; ++i) {
       const bool isOutside = active_(i, j) && inside_(i, j) == 0;
-      if (!isWet(i, j) && !isOutside) continue;
+      if (depth(i, j) <= 0.5 * settings_.dryDepth && !isOutside) continue;
       for (int near = std::max(j - kReach, lowJ); near <= std::min(j + kReach, highJ); ++near) {
         auto& [first, last] = wet[static_cast<std::size_t>(near)];
         first = std::min(first, i);
@@ -342,8 +342,8 @@ void Flow::findChange(Sides& sides, const Sides& other) {
   }
 }
 
-// Velocity after a step, and what it carries over the side: water of the depth upstream, and only
-// from a wet cell.
+// Velocity after a step, and what it carries over the side: water of the depth upstream. The way closes
+// between the dry depth and half of it: at one stroke, thin water on a bank would come and go for ever.
 void Flow::findVelocity(Sides& sides, const Sides& other, double seconds) {
   const std::ptrdiff_t a = sides.along;
   const std::ptrdiff_t b = sides.across;
@@ -375,14 +375,16 @@ void Flow::findVelocity(Sides& sides, const Sides& other, double seconds) {
       const double overSide = from + sideBed[k];
       const double h = overCrest < overSide ? overCrest : overSide;
       const double source = forward ? lowDepth : highDepth;
-      const double wet = source > dry ? (h > dry ? 1.0 : 0.0) : 0.0;
+      const double thinner = source < h ? source : h;
+      const double opening = thinner < dry ? 2 * thinner / dry - 1 : 1;
+      const double flows = opening > 0 ? 1 : 0;
 
       const double across = 0.25 * (v[k] + v[k - b] + v[k + a] + v[k + a - b]);
       const double speed = std::sqrt(u[k] * u[k] + across * across);
       const double friction = (forward ? lowDrag : highDrag) * speed / (h > dry ? h : dry);
       const double result = open[k] * pushed / (1 + seconds * friction);
-      next[k] = wet * result;
-      discharge[k] = wet * result * h;
+      next[k] = flows * result;
+      discharge[k] = flows * opening * result * h;
     }
   }
 }

@@ -1,7 +1,7 @@
 // Depth-averaged shallow water flow on the module's own staggering: levels at cell centres, velocities
 // at the sides. Explicit, with momentum carried as it is conserved (Stelling and Duinmeijer 2003), to
-// second order in space where the flow is smooth, and with a turbulent viscosity. No term depends on
-// the length of the step, so a steady flow does not either.
+// second order in space where the flow is smooth, and with a turbulent viscosity. A steady
+// flow does not depend on the length of the steps.
 #pragma once
 
 #include <array>
@@ -39,9 +39,10 @@ struct FlowSettings {
   Roughness roughness;
   std::array<EdgeCondition, kEdges> edges;  // by Edge
   double courant = 0.7;                     // share of the longest stable step
-  double mixing = 0.15;     // turbulent viscosity over depth and shear velocity (Elder)
-  double viscosity = 0;     // added to it, m2/s
-  double dryDepth = 0.001;  // a cell with no more than this is dry and gives no water, m
+  double mixing = 0.15;  // turbulent viscosity over depth and shear velocity (Elder)
+  double viscosity = 0;  // added to it, m2/s
+  double dryDepth =
+      0.001;  // a cell with no more than this is dry, m; with half of it, it gives no water
 };
 
 class Flow {

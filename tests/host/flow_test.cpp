@@ -165,7 +165,8 @@ double eddyLength(double courant, double manning) {
   return (grid.x(last) - grid.x(groyne)) / side;
 }
 
-// Measured in flumes: 11 to 13 groyne lengths; less where the bed is rough for so shallow a flow.
+// Rajaratnam and Nwachukwu (1983) measured 12; less where the bed is rough for so shallow a flow (Babarutsi,
+// Ganoulis and Chu 1989).
 TEST(Flow, TheEddyBehindAGroyneHasItsLengthAtAnyStep) {
   const double length = eddyLength(0.7, 0.01);
   EXPECT_GT(length, 10);
