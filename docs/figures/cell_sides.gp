@@ -5,7 +5,7 @@ set title "Cell Sides High, the trench after 15 h with factor 9"
 set xlabel "distance along the flume (m)"
 set ylabel "bed above the flat bed (m)"
 set xrange [-1:12]
-set yrange [-0.6:0.06]
+set yrange [-0.2:0.06]
 set key bottom left
 plot trench("step8") using "distance_m":(before(15)) with lines dashtype 2 linecolor "#888888" title "before", \
      trench("fine_OFF") using "distance_m":(at(15)) with lines linewidth 2 linecolor "#0060b0" title "OFF, cells of 0.1 m", \

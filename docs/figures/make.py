@@ -252,7 +252,7 @@ def growth(theta, courant, dx=10.0, steps=60):
 
 def print_step_rule():
     for name, flow in {"2 m, 1 m/s, fine sand": (2, 1, None),
-                       "fastest cell of the reach": (2.24, 1.81, {
+                       "fastest cell of the reach": (3.11, 1.69, {
                            "Set Morphology D50": 0.00028, "Set Morphology D90": 0.0005,
                            "Morphology Fall Velocity": 0.035,
                            "Morphology Current Related Roughness": 0.1,

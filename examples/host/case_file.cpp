@@ -146,8 +146,9 @@ InitialWater readWater(TomlTable table) {
 void readFlow(TomlTable table, FlowSettings& flow) {
   flow.courant = table.number("courant", Range::Positive, "0 to 1", flow.courant);
   if (flow.courant > 1) table.fail("courant", "expected a number of 1 or less.");
-  flow.centring = table.number("centring", Range::Positive, "0 to 1", flow.centring);
-  if (flow.centring > 1) table.fail("centring", "expected a number of 1 or less.");
+  flow.mixing =
+      table.number("mixing", Range::NotNegative, "over depth and shear velocity", flow.mixing);
+  flow.viscosity = table.number("viscosity", Range::NotNegative, "m2/s", flow.viscosity);
   flow.dryDepth = table.number("dry_depth", Range::Positive, "m", flow.dryDepth);
   table.finish();
 }

@@ -157,10 +157,10 @@ void MorphologyCoupling::takeFlow(const Flow& flow) {
   // A wet cell that sends water into a dry one lets its sand out that way too. All other dry
   // neighbours are walls and banks: closed.
   forEachCell(grid_, [&](int i, int j) {
-    const bool front = (!flow.isWet(i + 1, j) && flow.q1()(i, j) != 0) ||
-                       (!flow.isWet(i - 1, j) && flow.q1()(i - 1, j) != 0) ||
-                       (!flow.isWet(i, j + 1) && flow.q2()(i, j) != 0) ||
-                       (!flow.isWet(i, j - 1) && flow.q2()(i, j - 1) != 0);
+    const bool front = (!flow.isWet(i + 1, j) && flow.q1()(i, j) > 0) ||
+                       (!flow.isWet(i - 1, j) && flow.q1()(i - 1, j) < 0) ||
+                       (!flow.isWet(i, j + 1) && flow.q2()(i, j) > 0) ||
+                       (!flow.isWet(i, j - 1) && flow.q2()(i, j - 1) < 0);
     flow_.flowing(i, j) = logical(flow.isWet(i, j) && front);
   });
 }

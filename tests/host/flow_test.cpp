@@ -1,3 +1,4 @@
+// The flow against what is known of water: formulas, an exact solution, a measured length, and balances.
 #include "flow.hpp"
 
 #include <gtest/gtest.h>
@@ -21,16 +22,6 @@ FlowSettings edges(EdgeCondition west, EdgeCondition east, Roughness roughness =
   return settings;
 }
 
-// A bed without symmetry and with land standing out of water at level 1.
-BedShape unevenBed() {
-  BedShape shape;
-  shape.profiles.push_back({Axis::X, {{0, 0}, {7, 0.6}, {12, -0.4}, {20, 0.3}}});
-  shape.profiles.push_back({Axis::Y, {{0, 0.2}, {5, -0.3}, {9, 0.5}}});
-  shape.boxes.push_back({4, 8, 3, 6, 1.5});
-  return shape;
-}
-constexpr GridFrame kUnevenGrid{20, 9, 1.0, 0, 0};
-
 // A model with water of the level of (x, y).
 struct Model {
   template <typename Level>
@@ -46,77 +37,153 @@ struct Model {
 
 // Normal depth on a plane of slope S, walls without friction: q = h^(5/3) sqrt(S) / n after
 // Manning; q = C h sqrt(h S) with C = 18 log10(12 h / ks) for a roughness height. The flow at a
-// side has the depth below the higher of two levels, so a cell is half a fall shallower.
-TEST(Flow, UniformFlowHasTheDischargeOfTheFormula) {
+// side has the depth below the level upstream, so a cell is about half a fall shallower.
+TEST(Flow, UniformFlowHasTheDischargeOfTheFormulaAtAnyStepAndCell) {
   const double slope = 0.001;
-  const double h = 1.0;
   const struct {
     Roughness roughness;
-    double q;
+    double q, cellSize, courant;
   } cases[] = {
-      {{Roughness::Kind::Manning, 0.03}, std::sqrt(0.001) / 0.03},                   // 1.054
-      {{Roughness::Kind::Height, 0.05}, 18 * std::log10(240.0) * std::sqrt(0.001)},  // 1.355
+      {{Roughness::Kind::Manning, 0.03}, std::sqrt(slope) / 0.03, 5, 0.7},  // 1.054
+      {{Roughness::Kind::Manning, 0.03}, std::sqrt(slope) / 0.03, 2.5, 0.2},
+      {{Roughness::Kind::Height, 0.05}, 18 * std::log10(240.0) * std::sqrt(slope), 5, 1},  // 1.355
   };
-  const GridFrame grid{40, 3, 5.0, 0, 0};
   BedShape plane;
   plane.slopeX = -slope;
 
   for (const auto& c : cases) {
-    const double q = c.q;
-    // The level is given at the centre of the cells outside the edge, half a cell downstream.
-    const double cellDepth = h - 0.5 * slope * grid.cellSize;
-    const double outlet = cellDepth + plane.plane(grid.x(grid.lastJ() + 1), 0);
-    Model model(grid, bedArrays(plane, grid), edges(discharge(q * 15), level(outlet), c.roughness),
+    const GridFrame grid{static_cast<int>(200 / c.cellSize), 3, c.cellSize, 0, 0};
+    const double fall = slope * c.cellSize;
+    const double outlet = 1 - 0.5 * fall + plane.plane(grid.x(grid.lastJ() + 1), 0);
+    FlowSettings settings = edges(discharge(c.q * 3 * c.cellSize), level(outlet), c.roughness);
+    settings.courant = c.courant;
+    Model model(grid, bedArrays(plane, grid), settings,
                 [&](double x, double y) { return plane.plane(x, y) + 0.6; });
-    model.flow.run(7200);
+    model.flow.run(3600);
 
     forEachCell(grid, [&](int i, int j) {
-      EXPECT_NEAR(model.flow.depth(i, j), cellDepth, 1e-5) << j;
-      EXPECT_NEAR(model.flow.q2()(i, j), q, 1e-6 * q);
+      EXPECT_NEAR(model.flow.depth(i, j), 1 - 0.5 * fall, 0.2 * fall) << j;
+      EXPECT_NEAR(model.flow.q2()(i, j), c.q, 1e-6 * c.q);
       EXPECT_EQ(model.flow.q1()(i, j), 0);
     });
-    // The line goes on outside the inflow, where the module looks for the depth at the edge.
-    EXPECT_NEAR(model.flow.depth(grid.firstI(), grid.firstJ() - 1), cellDepth, 1e-5);
   }
 }
 
-// Over a side goes no more than critical flow over the higher of its two beds, q^2 = g h^3, and
-// nothing where that bed stands above the water: thin water on a steep bank would flap otherwise.
-TEST(Flow, NoMoreThanCriticalFlowPassesTheHigherBed) {
-  FlowSettings settings = edges(discharge(3), level(0.4), {Roughness::Kind::Manning, 0.02});
-  settings.centring = 0.8;
-  Model model(kUnevenGrid, bedArrays(unevenBed(), kUnevenGrid), settings,
-              [](double x, double) { return x < 6 ? 1.5 : 0.4; });
-  const Field<double>& zc = model.bed.zc;
+// Gradually varied flow behind a raised outlet and over a hump: the head H = z + h + q^2 / (2 g h^2)
+// falls by n^2 q^2 / h^(10/3) per metre, integrated here from the outlet in short steps.
+TEST(Flow, ABackwaterCurveKeepsTheVelocityHead) {
+  const double q = 2, n = 0.03, slope = 0.001;
+  double errors[2];
+  for (const int finer : {0, 1}) {
+    const GridFrame grid{40 << finer, 1, finer ? 5.0 : 10.0, 0, 0};
+    BedShape bed;
+    bed.slopeX = -slope;
+    bed.profiles.push_back({Axis::X, {{100, 0}, {200, 0.4}, {300, 0}}});
+    const double length = grid.x(grid.lastJ() + 1);
+    const double outlet = *bed.elevation(length, 0) + 1.9;
+    Model model(grid, bedArrays(bed, grid),
+                edges(discharge(q * grid.cellSize), level(outlet), {Roughness::Kind::Manning, n}),
+                [&](double, double) { return outlet; });
+    model.flow.run(3600);
 
-  for (int k = 0; k < 300; ++k) {
-    const Field<double> before = model.flow.level();
-    const auto critical = [&](double q, int i, int j, int i2, int j2) {
-      const double from = q > 0 ? before(i, j) : before(i2, j2);
-      const double h = std::max(0.0, from + std::min(zc(i, j), zc(i2, j2)));
-      return h * std::sqrt(9.81 * h) + 1e-12;
+    const auto head = [&](double x, double h) {
+      return *bed.elevation(x, 0) + h + q * q / (2 * 9.81 * h * h);
     };
-    model.flow.step(model.flow.stableStep());
-    forEachCell(kUnevenGrid, [&](int i, int j) {
-      const double q1 = i < kUnevenGrid.lastI() ? model.flow.q1()(i, j) : 0;
-      const double q2 = j < kUnevenGrid.lastJ() ? model.flow.q2()(i, j) : 0;
-      ASSERT_LE(std::abs(q1), critical(q1, i, j, i + 1, j));
-      ASSERT_LE(std::abs(q2), critical(q2, i, j, i, j + 1));
+    double h = 1.9, x = length;
+    errors[finer] = 0;
+    for (int j = grid.lastJ(); j >= grid.firstJ(); --j) {
+      for (int part = 0; part < 100; ++part) {
+        const double wanted =
+            head(x, h) + grid.cellSize / 100 * n * n * q * q / std::pow(h, 10.0 / 3);
+        x -= grid.cellSize / 100;
+        for (int k = 0; k < 4; ++k) h -= (head(x, h) - wanted) / (1 - q * q / (9.81 * h * h * h));
+      }
+      errors[finer] = std::max(errors[finer], std::abs(model.flow.depth(grid.firstI(), j) - h));
+    }
+  }
+  EXPECT_LT(errors[0], 0.003);            // without the velocity head: 0.04
+  EXPECT_LT(errors[1], 0.7 * errors[0]);  // first order in the depth at a side
+}
+
+// Stoker (1957): a dam between 1 m and 0.1 m of water breaks. Between the fan of the sinking wave and
+// the bore lies water of one depth and speed, which the two agree on.
+TEST(Flow, ADamBreakIsStokers) {
+  const double left = 1, right = 0.1, seconds = 8, c = std::sqrt(9.81 * left);
+  double lowest = right, highest = left;
+  double h = 0, speed = 0;
+  for (int k = 0; k < 60; ++k) {
+    h = 0.5 * (lowest + highest);
+    speed = 2 * (c - std::sqrt(9.81 * h));
+    const double behindBore = (h - right) * std::sqrt(0.5 * 9.81 * (1 / h + 1 / right));
+    (speed > behindBore ? lowest : highest) = h;
+  }
+  const double bore = h * speed / (h - right);
+  const auto exact = [&](double pace) {
+    if (pace < -c) return left;
+    if (pace < speed - std::sqrt(9.81 * h)) return std::pow((2 * c - pace) / 3, 2) / 9.81;
+    return pace < bore ? h : right;
+  };
+
+  double errors[2];
+  for (const int finer : {0, 1}) {
+    const GridFrame grid{200 << finer, 1, finer ? 0.25 : 0.5, -50, 0};
+    FlowSettings settings;
+    settings.roughness.value = settings.mixing = 0;
+    Model model(grid, bedArrays({}, grid), settings,
+                [&](double x, double) { return x < 0 ? left : right; });
+    model.flow.run(seconds);
+    errors[finer] = 0;
+    forEachCell(grid, [&](int i, int j) {
+      const double error = std::abs(model.flow.depth(i, j) - exact(grid.x(j) / seconds));
+      errors[finer] += error * grid.cellSize / 100;
     });
   }
+  EXPECT_LT(errors[0], 0.005);
+  EXPECT_LT(errors[1], 0.6 * errors[0]);
 }
 
-// Depths of 8 and 1 m carry 8^(5/3) = 32 to 1. The share of a cell does not grow with its own level: it
-// would feed waves that run from bank to bank.
-TEST(Flow, InflowIsSharedByTheDepthBelowTheMeanLevel) {
-  const GridFrame grid{5, 8, 10.0, 0, 0};
-  BedShape bed;
-  bed.boxes.push_back({0, 50, 40, 80, 7});
-  const Model model(grid, bedArrays(bed, grid), edges(discharge(4 * 330), level(1)),
-                    [](double, double y) { return 8 + 0.005 * (y - 40); });
-  for (int i = grid.firstI(); i <= grid.lastI(); ++i)
-    EXPECT_NEAR(model.flow.q2()(i, grid.firstJ() - 1), grid.y(i) < 40 ? 32 : 1, 1e-12);
+// Length of the eddy behind a groyne in groyne lengths of 0.15 m, in a flume of 0.9 m with 0.25 m/s: the
+// last cell along the wall in which water goes back.
+double eddyLength(double courant, double manning) {
+  const double side = 0.15, speed = 0.25, h = 0.2;
+  const GridFrame grid{120, 24, side / 4, -5 * side, 0};
+  BedShape plane;
+  plane.slopeX = -manning * manning * speed * speed / std::pow(h, 4.0 / 3);
+  BedArrays bed = bedArrays(plane, grid);
+  const int groyne = grid.firstJ() + 20;
+  for (int i = grid.firstI(); i < grid.firstI() + 4; ++i) bed.code(i, groyne) = 0;
+  FlowSettings settings =
+      edges(discharge(speed * h * 6 * side), level(h + plane.plane(grid.x(grid.lastJ() + 1), 0)),
+            {Roughness::Kind::Manning, manning});
+  settings.courant = courant;
+  settings.viscosity = 0.0012;
+  Model model(grid, bed, settings, [&](double x, double y) { return h + plane.plane(x, y); });
+  model.flow.run(60);
+  int last = groyne;
+  for (int j = groyne; j <= grid.lastJ(); ++j)
+    if (model.flow.q2()(grid.firstI(), j) < 0) last = j;
+  return (grid.x(last) - grid.x(groyne)) / side;
 }
+
+// Rajaratnam and Nwachukwu (1983) measured 12; less where the bed is rough for so shallow a flow (Babarutsi,
+// Ganoulis and Chu 1989).
+TEST(Flow, TheEddyBehindAGroyneHasItsLengthAtAnyStep) {
+  const double length = eddyLength(0.7, 0.01);
+  EXPECT_GT(length, 10);
+  EXPECT_LT(length, 13);
+  EXPECT_EQ(eddyLength(0.4, 0.01), length);
+  EXPECT_LT(eddyLength(0.7, 0.04), 0.8 * length);
+}
+
+// A bed without symmetry and with land standing out of water at level 1.
+BedShape unevenBed() {
+  BedShape shape;
+  shape.profiles.push_back({Axis::X, {{0, 0}, {7, 0.6}, {12, -0.4}, {20, 0.3}}});
+  shape.profiles.push_back({Axis::Y, {{0, 0.2}, {5, -0.3}, {9, 0.5}}});
+  shape.boxes.push_back({4, 8, 3, 6, 1.5});
+  return shape;
+}
+constexpr GridFrame kUnevenGrid{20, 9, 1.0, 0, 0};
 
 TEST(Flow, WaterAtRestOverAnUnevenBedStaysAtRest) {
   Model model(kUnevenGrid, bedArrays(unevenBed(), kUnevenGrid), edges({}, level(1.0)),
@@ -131,27 +198,30 @@ TEST(Flow, WaterAtRestOverAnUnevenBedStaysAtRest) {
 }
 
 // A wave runs over a dry, uneven bed and drains again, now and then in steps that are far too long: the
-// hardest case for both claims.
-TEST(Flow, WettingAndDryingKeepsEveryDropAndNoDepthBelowZero) {
-  Model model(kUnevenGrid, bedArrays(unevenBed(), kUnevenGrid), edges(discharge(0.8), level(-0.2)),
-              [](double x, double) { return x < 5 ? 2.0 : -9.0; });
-  Flow& flow = model.flow;
-  const double start = flow.storedVolume();
+// hardest case for all three claims. The inlet of the second model is dry, as are all other cells.
+TEST(Flow, WettingAndDryingKeepsEveryDropAndNoDepthBelowZeroAndComesToRest) {
+  for (const double start : {2.0, -9.0}) {
+    Model model(kUnevenGrid, bedArrays(unevenBed(), kUnevenGrid),
+                edges(discharge(0.8), level(-0.2)),
+                [&](double x, double) { return x < 5 ? start : -9.0; });
+    Flow& flow = model.flow;
+    const double before = flow.storedVolume();
+    double mostWet = 0;
+    for (int k = 0; k < 3000; ++k) {
+      flow.step(flow.stableStep() * (k % 50 == 0 && k < 1500 ? 10 : 1));
+      double wet = 0;
+      forEachCell(kUnevenGrid, [&](int i, int j) {
+        ASSERT_GE(flow.depth(i, j), 0) << i << ' ' << j << " in step " << k;
+        wet += flow.isWet(i, j);
+      });
+      mostWet = std::max(mostWet, wet);
+    }
 
-  double mostWet = 0;
-  for (int k = 0; k < 3000; ++k) {
-    flow.step(flow.stableStep() * (k % 50 == 0 ? 10 : 1));
-    double wet = 0;
-    forEachCell(kUnevenGrid, [&](int i, int j) {
-      ASSERT_GE(flow.depth(i, j), 0) << i << ' ' << j << " in step " << k;
-      wet += flow.isWet(i, j);
-    });
-    mostWet = std::max(mostWet, wet);
+    EXPECT_GT(mostWet, start > 0 ? 150 : 60);  // of 180: the water did run over the bed
+    EXPECT_GT(std::abs(flow.boundaryVolume()), 5);
+    EXPECT_NEAR(flow.storedVolume() - before, flow.boundaryVolume(), 1e-10);
+    EXPECT_LT(flow.levelChange(), 1e-3);
   }
-
-  EXPECT_GT(mostWet, 150);  // of 180: the wave did run over the bed
-  EXPECT_GT(std::abs(flow.boundaryVolume()), 5);
-  EXPECT_NEAR(flow.storedVolume() - start, flow.boundaryVolume(), 1e-10);
 }
 
 TEST(Flow, ABedRisingThroughItsWaterIsAccountedForAsDisplacement) {
@@ -163,9 +233,7 @@ TEST(Flow, ABedRisingThroughItsWaterIsAccountedForAsDisplacement) {
   model.bed.zc(4, 4) = -0.8;                        // takes all of another
   model.flow.followBed(before);
 
-  EXPECT_DOUBLE_EQ(before, 24);
-  EXPECT_DOUBLE_EQ(model.flow.storedVolume(), 24 - 4 * (0.2 + 0.5));
-  EXPECT_NEAR(model.flow.displacedVolume(), -2.8, 1e-12);
+  EXPECT_NEAR(model.flow.displacedVolume(), -4 * (0.2 + 0.5), 1e-12);
   EXPECT_FALSE(model.flow.isWet(4, 4));
 }
 
@@ -184,7 +252,7 @@ TEST(Flow, ATurnedModelGivesTheTurnedFlow) {
               filled);
   Model turned(turnedGrid, bedArrays(turnedBed, turnedGrid), northSouth, filled);
   for (Flow* flow : {&model.flow, &turned.flow})
-    for (int k = 0; k < 200; ++k) flow->step(0.2);
+    for (int k = 0; k < 200; ++k) flow->step(0.1);
 
   double strongest = 0;
   forEachCell(kUnevenGrid, [&](int i, int j) {
@@ -195,20 +263,6 @@ TEST(Flow, ATurnedModelGivesTheTurnedFlow) {
     EXPECT_NEAR(turned.flow.q2()(k, i), model.flow.q1()(i, j), 1e-12);
   });
   EXPECT_GT(strongest, 0.001);  // the flow does go around the land
-}
-
-TEST(Flow, CellsWithoutDataAreWalls) {
-  const GridFrame grid{6, 4, 1.0, 0, 0};
-  BedArrays bed = bedArrays({}, grid);
-  bed.code(4, 5) = 0;
-  Model model(grid, bed, edges(discharge(0.4), level(0.3)), [](double, double) { return 0.3; });
-  model.flow.run(30);
-
-  EXPECT_EQ(model.flow.q2()(4, 4), 0);
-  EXPECT_EQ(model.flow.q2()(4, 5), 0);
-  EXPECT_EQ(model.flow.q1()(3, 5), 0);
-  EXPECT_FALSE(model.flow.isWet(4, 5));
-  EXPECT_GT(model.flow.q2()(3, 5), 0.05);
 }
 
 }  // namespace

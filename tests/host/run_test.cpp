@@ -124,6 +124,35 @@ TEST(HostRun, AReachAlongTheOtherAxisGetsTheSameBed) {
   EXPECT_GT(largest, 0.001);
 }
 
+// A basin of 80 m by 100 m beside a river, in which an eddy turns and sand settles: what a run erodes and
+// deposits belongs to the case, not to its steps.
+TEST(HostRun, HalvedStepsLeaveAHarbourItsSand) {
+  const TempFolder folder;
+  writeCase(folder, kSand);
+  std::map<std::string, double> first;
+  for (const auto& [courant, step] : {std::pair{0.7, 60}, {0.35, 60}, {0.7, 30}}) {
+    folder.write("my case/case.toml", R"(name = "reach"
+grid = { columns = 40, rows = 20, cell_size = 10.0 }
+boundary = { west = { discharge = 300 }, east = { level = 3.0 } }
+initial = { level = 3.0 }
+roughness = { manning = 0.025 }
+bed = { level = 0.0, box = [{ x = [0, 150], y = [100, 200], height = 9 },
+                            { x = [230, 400], y = [100, 200], height = 9 }] }
+time = { duration_h = 3, acceleration = 60, spin_up_s = 3600, output_h = [3], morphology_step_s = )" +
+                                          std::to_string(step) +
+                                          " }\nflow.courant = " + std::to_string(courant) +
+                                          "\nmorphology.control_file = 'sand.mcf'\n");
+    ASSERT_EQ(run(folder, "'my case' --library '" MODULE_LIBRARY "' --out out"), 0);
+    const std::string summary = folder.read("out/reach_summary.csv");
+    for (const std::string row : {"\neroded,", "\ndeposited,"}) {
+      const double volume = std::stod(summary.substr(summary.find(row) + row.size()));
+      EXPECT_GT(volume, 5) << row;
+      first.try_emplace(row, volume);
+      EXPECT_NEAR(volume, first[row], 0.01 * volume) << row << courant << ' ' << step;
+    }
+  }
+}
+
 TEST(HostRun, SaysWhyItCannotGoOnAndEndsWithACodeForIt) {
   const TempFolder folder;
   writeCase(folder, "Morphology Fall Velocity == fast\n");
