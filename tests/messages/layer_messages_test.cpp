@@ -21,12 +21,11 @@ struct LayerMessagesTest : test::ModuleTest {
     module.layerMessages.setLayers(folder.path("run"), "", format);
   }
 
-  void message(std::string_view line1, std::string_view line2 = "", std::string_view detail = "",
-               double x = 100.0) {
+  void message(std::string_view line1, std::string_view line2, std::string_view detail = "") {
     setField(record->line1, line1);
     setField(record->line2, line2);
     setField(record->detail1, detail);
-    module.messages.dmessageXy(0, x, 200.0);
+    module.messages.dmessageXy(0, 100.0, 200.0);
   }
 
   static std::string link(std::string_view number) {

@@ -1,8 +1,6 @@
 #include "messages/mif_layer_opener.hpp"
 
 #include <array>
-#include <chrono>
-#include <filesystem>
 #include <regex>
 
 #include "support/test_module.hpp"
@@ -10,13 +8,8 @@
 namespace nivaro {
 namespace {
 
-using testing::HasSubstr;
-
 struct LayerOpener : test::ModuleTest {
   LayerOpener() {
-    workspace.open(folder.path("run_mor.wor"), "Run_01");
-    folder.write("sand.mif",
-                 "VERSION 450\n\tCOORDSYS earth  PROJECTION\t8,33, 'm'\nColumns 1\nData\n");
     folder.write("sand.mid", "1\n");
     console.output.clear();
   }
@@ -25,27 +18,7 @@ struct LayerOpener : test::ModuleTest {
     return opener.openInput(folder.path(name), kind, module.logUnit);
   }
 
-  // Saved `seconds` after a fixed time, a whole second.
-  void save(std::string_view name, double seconds) const {
-    using namespace std::chrono;
-    const auto base =
-        floor<std::chrono::seconds>(std::filesystem::last_write_time(folder.path("run.mlf")));
-    std::filesystem::last_write_time(folder.path(name),
-                                     base + milliseconds(static_cast<int>(1000.0 * seconds)));
-  }
-
-  std::string entries() const {
-    const std::string text = folder.read("run_mor.wor");
-    return text.substr(std::min(text.find("Open Table"), text.size()));
-  }
-
-  std::string entry(std::string_view name) const {
-    return "Open Table \"" + folder.path(name) + "\"\n";
-  }
-
   FileUnits& files = module.files;
-  WorkspaceList& workspace = module.workspace;
-  GisSettings& settings = module.gisSettings;
   MifLayerOpener& opener = module.layerOpener;
 };
 

@@ -10,26 +10,14 @@
 namespace nivaro {
 namespace {
 
-using testing::EndsWith;
-using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr const char* kColumnBlock =
-    "Columns 12\n  n Integer\n  m Integer\n  Grid_Ref Char(13)\n  Code Integer\n  ZC Float\n"
-    "  Domain_Index Integer\n  mor_d50 Float\n  mor_d90 Float\n  mor_IVR Float\n  mor_DVR Float\n"
-    "  mor_Bed_Limit_Z Float\n  mor_Bed_Code Integer\nData\n\n";
-
-const std::string kEarth =
-    "Version 300\nCharset \"WindowsLatin1\"\nDelimiter \",\"\n"
-    "CoordSys Earth Projection 8, 33, \"m\"\n";
-
-// Two domains of 4 x 4 elements, of which (3, 3) to (4, 4) are written.
+// Three domains of 4 x 4 elements, of which (3, 3) to (4, 4) are written.
 struct CheckLayerTest : test::ModuleTest {
   static constexpr int kN = 4;
 
   CheckLayerTest() {
     module.gisSettings.checkLayerPrefix = folder.path("run   ");
-    module.gisSettings.checkLayerHeaderSource = "CoordSys Earth Projection 8, 33, \"m\"  ";
     std::int32_t nextReal = 1;
     std::int32_t nextInteger = 1;
     for (const int domain : {1, 2, 3})
@@ -42,34 +30,24 @@ struct CheckLayerTest : test::ModuleTest {
 
   WorkArrays work() { return {real.data(), integer.data()}; }
 
-  void write(int domain, int lastDomain, bool values = true) {
+  void write(int domain, int lastDomain) {
     writeCheckLayer(module, {.cells = {.domain = domain,
                                        .lastDomain = lastDomain,
                                        .code = {code.data(), kN, kN},
                                        .depth = {depth.data(), kN, kN},
                                        .range = range,
-                                       .firstOffset = firstOffset,
+                                       .firstOffset = 1,
                                        .secondOffset = 8,
                                        .frame = frame},
-                             .writeValues = values,
+                             .writeValues = true,
                              .work = work()});
   }
-
-  // Position of element (i, j).
-  static std::size_t at(int i, int j) { return static_cast<std::size_t>((j - 1) * kN + i - 1); }
-
-  std::string objects() const {
-    const std::string text = folder.read("run_mor_check.mif");
-    return text.substr(text.find("Data\n\n") + 6);
-  }
-  std::string records() const { return folder.read("run_mor_check.mid"); }
 
   std::vector<double> real;
   std::vector<std::int32_t> integer;
   std::array<std::int32_t, kN * kN> code{};
   std::array<double, kN * kN> depth{};
   Area range{.firstI = 3, .firstJ = 3, .lastI = 4, .lastJ = 4};
-  std::int32_t firstOffset = 1;
   CellFrame frame{.x0 = 1000.0, .y0 = 2000.0, .stepA = 8.0, .stepB = 6.0};  // 10 m cells
 };
 
