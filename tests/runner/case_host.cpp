@@ -480,7 +480,9 @@ void CaseHost::writeDataset(std::string_view what, fuzz::Numbers& words) {
   const int n = flags_.code.n();
   const int m = flags_.code.m();
   const Area range{3, 3, n - 2, m - 2};
-  if ((n < 5 || m < 5) && module.fields.isReserved(domain_)) return;
+  const bool isSmall = n < 5 || m < 5;
+  if (isSmall && (!DomainFieldTable::isDomain(domain_) || module.fields.isReserved(domain_)))
+    return;
   const DomainTurn turn{domain_, words.integer()};
   if (what == "flags") return module.dataset.writeFlags(turn, flags_, range);
   std::vector<std::int32_t> i;
