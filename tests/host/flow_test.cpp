@@ -45,21 +45,21 @@ TEST(Flow, UniformFlowHasTheDischargeOfTheFormulaAtAnyStepAndCell) {
     double q, cellSize, courant;
   } cases[] = {
       {{Roughness::Kind::Manning, 0.03}, std::sqrt(slope) / 0.03, 5, 0.7},  // 1.054
-      {{Roughness::Kind::Manning, 0.03}, std::sqrt(slope) / 0.03, 2.5, 0.2},
+      {{Roughness::Kind::Manning, 0.03}, std::sqrt(slope) / 0.03, 2.5, 0.3},
       {{Roughness::Kind::Height, 0.05}, 18 * std::log10(240.0) * std::sqrt(slope), 5, 1},  // 1.355
   };
   BedShape plane;
   plane.slopeX = -slope;
 
   for (const auto& c : cases) {
-    const GridFrame grid{static_cast<int>(200 / c.cellSize), 3, c.cellSize, 0, 0};
+    const GridFrame grid{static_cast<int>(100 / c.cellSize), 3, c.cellSize, 0, 0};
     const double fall = slope * c.cellSize;
     const double outlet = 1 - 0.5 * fall + plane.plane(grid.x(grid.lastJ() + 1), 0);
     FlowSettings settings = edges(discharge(c.q * 3 * c.cellSize), level(outlet), c.roughness);
     settings.courant = c.courant;
     Model model(grid, bedArrays(plane, grid), settings,
                 [&](double x, double y) { return plane.plane(x, y) + 0.6; });
-    model.flow.run(3600);
+    model.flow.run(1800);
 
     forEachCell(grid, [&](int i, int j) {
       EXPECT_NEAR(model.flow.depth(i, j), 1 - 0.5 * fall, 0.2 * fall) << j;
@@ -143,10 +143,10 @@ TEST(Flow, ADamBreakIsStokers) {
 }
 
 // Length of the eddy behind a groyne in groyne lengths of 0.15 m, in a flume of 0.9 m with 0.25 m/s: the
-// last cell along the wall in which water goes back.
-double eddyLength(double courant, double manning) {
+// last cell along the wall in which water goes back. At the end the steps are halved.
+double eddyLength(double manning, double seconds) {
   const double side = 0.15, speed = 0.25, h = 0.2;
-  const GridFrame grid{120, 24, side / 4, -5 * side, 0};
+  const GridFrame grid{88, 24, side / 4, -5 * side, 0};
   BedShape plane;
   plane.slopeX = -manning * manning * speed * speed / std::pow(h, 4.0 / 3);
   BedArrays bed = bedArrays(plane, grid);
@@ -155,24 +155,28 @@ double eddyLength(double courant, double manning) {
   FlowSettings settings =
       edges(discharge(speed * h * 6 * side), level(h + plane.plane(grid.x(grid.lastJ() + 1), 0)),
             {Roughness::Kind::Manning, manning});
-  settings.courant = courant;
   settings.viscosity = 0.0012;
   Model model(grid, bed, settings, [&](double x, double y) { return h + plane.plane(x, y); });
-  model.flow.run(60);
+  model.flow.run(seconds);
+  const Field<double> before = model.flow.q2();
+  for (int k = 0; k < 200; ++k) model.flow.step(0.5 * model.flow.stableStep());
   int last = groyne;
-  for (int j = groyne; j <= grid.lastJ(); ++j)
-    if (model.flow.q2()(grid.firstI(), j) < 0) last = j;
+  double largest = 0;
+  forEachCell(grid, [&](int i, int j) {
+    largest = std::max(largest, std::abs(model.flow.q2()(i, j) - before(i, j)));
+    if (i == grid.firstI() && model.flow.q2()(i, j) < 0) last = j;
+  });
+  EXPECT_LT(largest, 0.05 * speed * h);
   return (grid.x(last) - grid.x(groyne)) / side;
 }
 
 // Rajaratnam and Nwachukwu (1983) measured 12; less where the bed is rough for so shallow a flow (Babarutsi,
 // Ganoulis and Chu 1989).
 TEST(Flow, TheEddyBehindAGroyneHasItsLengthAtAnyStep) {
-  const double length = eddyLength(0.7, 0.01);
+  const double length = eddyLength(0.01, 60);
   EXPECT_GT(length, 10);
   EXPECT_LT(length, 13);
-  EXPECT_EQ(eddyLength(0.4, 0.01), length);
-  EXPECT_LT(eddyLength(0.7, 0.04), 0.8 * length);
+  EXPECT_LT(eddyLength(0.04, 30), 0.8 * length);
 }
 
 // A bed without symmetry and with land standing out of water at level 1.
